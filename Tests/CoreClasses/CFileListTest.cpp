@@ -1,0 +1,55 @@
+#include "CoreClasses/CFileList.h"
+
+#include "Support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+using testing::ElementsAre;
+
+namespace {
+
+std::vector<std::string> Next(CFileList& list, int count) {
+    std::vector<std::string> names;
+    for (CString name("left over"); count > 0; --count) {
+        list.GetNextFileThreadSafe(name);
+        names.emplace_back(name.View());
+    }
+    return names;
+}
+
+std::vector<std::string> RemoveAll(CFileList& list) {
+    std::vector<std::string> names;
+    for (CString name; list.RemoveFileThreadSafe(name);) {
+        names.emplace_back(name.View());
+    }
+    return names;
+}
+
+}  // namespace
+
+TEST(CFileListTest, HandsOutNamesInRotationAndTakesThemOutFromTheEnd) {
+    CFileList list;
+    EXPECT_TRUE(list.Init());
+    EXPECT_THAT(Next(list, 1), ElementsAre(""));
+    for (const char* name : {"A", "B", "B"}) {
+        list.AddFile(name);
+    }
+    EXPECT_THAT(Next(list, 5), ElementsAre("A", "B", "B", "A", "B"));
+    EXPECT_THAT(RemoveAll(list), ElementsAre("B", "B", "A"));
+    list.AddFile("D");
+    EXPECT_THAT(Next(list, 2), ElementsAre("D", "D")) << "the rotation stood behind the one name that there is now";
+}
+
+TEST(CFileListTest, ReadsNamesFromATextFile) {
+    const TemporaryFolder folder;
+    std::ofstream(folder.Native("names")) << "  Data:A.mov \t\n\n  Data:B.mov\n" << std::string(450, 'x') << "\n";
+    CFileList list;
+    EXPECT_TRUE(list.AddFilesFromFileList(folder.Colon("names").c_str()));
+    EXPECT_THAT(RemoveAll(list), ElementsAre(std::string(50, 'x'), std::string(255, 'x'), "Data:B.mov", "Data:A.mov"));
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(list.AddFilesFromFileList(folder.Colon("missing").c_str()));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Could not open file list.\r\r");
+}

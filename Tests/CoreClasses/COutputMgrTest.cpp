@@ -1,0 +1,133 @@
+#include "CoreClasses/COutputMgr.h"
+
+#include "CoreClasses/EngineTest.h"
+
+#include <array>
+#include <cstring>
+#include <map>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+class COutputMgrTest : public testing::Test {
+protected:
+    COutputMgrTest() {
+        m_output.SetOutputCStrPtr(&m_outputText);
+        m_output.SetErrCStrPtr(&m_errorText);
+    }
+
+    SimulatedClock m_clock;
+    TemporaryFolder m_folder;
+    COutputMgr m_output;
+    CString m_outputText;
+    CString m_errorText;
+};
+
+}  // namespace
+
+// A pipe in the place of the log shows all that is written, also what emptying a file takes away.
+TEST_F(COutputMgrTest, ALogThatIsSetAgainIsClosedWithItsBannerFirst) {
+    const std::string path = m_folder.Colon("pipe");
+    ASSERT_EQ(::mkfifo(m_folder.Native("pipe").c_str(), 0600), 0);
+    const int pipe = ::open(m_folder.Native("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    for (const bool isOutput : {true, false}) {
+        const auto set = isOutput ? &COutputMgr::SetOutputFile : &COutputMgr::SetErrorFile;
+        ASSERT_TRUE((m_output.*set)(path.c_str()));
+        m_output.Write(kOutWarning, outLevelPrimary, "Message %d\r", 1);
+        ASSERT_TRUE((m_output.*set)(path.c_str()));
+        m_output.CloseFiles();
+        m_output.CloseFiles();  // nothing is open any more
+        std::array<char, 4096> written{};
+        ASSERT_GT(::read(pipe, written.data(), written.size()), 0);
+        const std::string caption = isOutput ? "Output File: " : "Error Log File: ";
+        const std::string rule(64, '=');
+        const std::string opening = rule + "\rQuarn IO Gaugeline Version 2\\.2\r[^\r]+\r" + caption + path +
+                                    " Created at: " + DateText(0) + '\r' + rule + "\r\r\r";
+        const std::string closing = std::string(32, '-') + "\rClosing " + caption + path + " at: " + DateText(0) + '\r';
+        EXPECT_THAT(written.data(), testing::MatchesRegex(opening + "Message 1\r\r" + closing + opening + closing));
+    }
+    ::close(pipe);
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(m_output.SetOutputFile(m_folder.Colon("log").c_str()));
+        m_output.Write(kOutProgress, outLevelSecondary, "%d", i);
+    }
+    m_output.CloseOutFile();
+    EXPECT_THAT(MessagesOf(m_folder.Native("log")), testing::ElementsAre("1")) << "a file is emptied";
+}
+
+TEST_F(COutputMgrTest, EachBitOfTheMaskNamesOneDestination) {
+    m_output.SetOutLevel(outLevelPrimary);
+    ASSERT_TRUE(m_output.SetOutputFile(m_folder.Colon("output").c_str()));
+    ASSERT_TRUE(m_output.SetErrorFile(m_folder.Colon("errors").c_str()));
+    std::vector<std::string> output;
+    std::vector<std::string> errors;
+    for (int mask = 0; mask < 16; ++mask) {
+        for (const outFileLevels level : {outLevelPrimary, outLevelSecondary}) {
+            const std::string message = std::to_string(mask) + ' ' + std::to_string(level);
+            m_outputText = m_errorText = "";
+            m_output.Write(mask, level, "%s", message.c_str());
+            EXPECT_EQ(m_outputText, (mask & 4) != 0 ? message : "");
+            EXPECT_EQ(m_errorText, (mask & 8) != 0 ? message : "");
+            if ((mask & 1) != 0 && level == outLevelPrimary) {
+                output.push_back(message);
+            }
+            if ((mask & 2) != 0 && level == outLevelPrimary) {
+                errors.push_back(message);
+            }
+        }
+    }
+    m_output.CloseFiles();
+    EXPECT_EQ(MessagesOf(m_folder.Native("output")), output);
+    EXPECT_EQ(MessagesOf(m_folder.Native("errors")), errors);
+}
+
+TEST_F(COutputMgrTest, APathThatCannotBeOpenedIsRememberedAndItsMessagesStillShow) {
+    for (const std::string& path : {m_folder.Colon("missing") + ":log", std::string("No volume:log"), std::string()}) {
+        EXPECT_FALSE(m_output.SetOutputFile(path.c_str()) || m_output.SetErrorFile(path.c_str()));
+        EXPECT_FALSE(m_output.SetOutputFile(nullptr));
+        EXPECT_EQ(m_output.GetOutFilePath(), path);
+        EXPECT_EQ(m_output.GetErrFilePath(), path);
+        m_output.Write(15, outLevelPrimary, "for %s", path.c_str());
+        EXPECT_EQ(m_outputText, "for " + path);
+        EXPECT_EQ(m_errorText, "for " + path);
+    }
+}
+
+TEST_F(COutputMgrTest, ThreadsWriteWholeLinesBothWaysAndLongOnesAreCut) {
+    ASSERT_TRUE(m_output.SetOutputFile(m_folder.Colon("log").c_str()));
+    std::vector<std::thread> threads;
+    for (const char character : {'a', 'b', 'c', 'd'}) {
+        threads.emplace_back([this, line = std::string(1033, character)] {
+            for (int i = 0; i < 100; ++i) {
+                m_output.Write(kOutProgress, outLevelSecondary, "%s", line.c_str());
+                std::strcpy(m_output.BlockingGetGlobalOutputBuffer(), line.c_str());
+                m_output.UnBlockingWriteCurrentOutputBuffer(kOutProgress, outLevelSecondary);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(m_outputText.GetLength(), 255);
+    m_output.CloseFiles();
+    std::map<std::string, int> counts;
+    for (const std::string& line : MessagesOf(m_folder.Native("log"))) {
+        EXPECT_EQ(line, std::string(1023, line[0]));
+        ++counts[line];
+    }
+    EXPECT_THAT(counts, testing::AllOf(testing::SizeIs(4), testing::Each(testing::Pair(testing::_, 200))));
+}
+
+TEST(COutputMgrRegistrationTest, TheFirstInstanceIsTheProcessWideOneAsLongAsItLives) {
+    EXPECT_EQ(COutputMgr::GetSingletonOutMgrWithoutCreate(), nullptr);
+    {
+        const COutputMgr first;
+        { const COutputMgr second; }
+        EXPECT_EQ(COutputMgr::GetSingletonOutMgrWithoutCreate(), &first);
+    }
+    EXPECT_EQ(COutputMgr::GetSingletonOutMgrWithoutCreate(), nullptr);
+}

@@ -1,0 +1,337 @@
+#include "CoreClasses/FileReadWriteWorker.h"
+
+#include "CoreClasses/EngineTest.h"
+#include "CoreClasses/ScriptedWorker.h"
+#include "CoreClasses/WorkerFactory.h"
+#include "Framework/Base/LThread.h"
+#include "Support/Sanitizers.h"
+
+#include <algorithm>
+#include <atomic>
+#include <latch>
+#include <thread>
+#include <tuple>
+
+#include <sys/resource.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr std::uint32_t kCap = 0x7FFF'FFFF;
+constexpr std::uint64_t kMS = 1000;
+constexpr std::uint64_t kSecond = 1'000'000;
+
+/// For tests on the worker's thread.
+class FileReadWriteWorkerTest : public EngineTest {
+protected:
+    std::unique_ptr<ScriptedWorker> Scripted() {
+        auto worker = std::make_unique<ScriptedWorker>();
+        worker->SetTestParameters(m_parameters);
+        return worker;
+    }
+};
+
+/// For phases that are called directly.
+class WorkerStatisticsTest : public testing::Test {
+protected:
+    /// Writes transfers of the given lengths, then ends the phase.
+    void Write(std::vector<std::uint64_t> microseconds) {
+        m_worker.m_transfer = [&, next = microseconds.begin()](std::size_t size) mutable {
+            m_starts.push_back(m_clock.ElapsedMicroseconds());
+            m_peaks.push_back(m_results.m_writePeakMS);
+            m_rates.push_back(m_results.m_writeRecentKBPS);
+            const std::uint64_t duration = *next++;
+            if (next == microseconds.end()) {
+                m_worker.SetStop();
+            }
+            return ScriptedWorker::Take(duration, size);
+        };
+        m_worker.WritePhase(&m_worker);
+    }
+    ReadTimeRecord Record(int index) {
+        const auto* record = static_cast<ReadTimeRecord*>(m_worker.GetReadTimeRecordPtrArray()->GetAt(index));
+        return record != nullptr ? *record : ReadTimeRecord{};
+    }
+
+    SimulatedClock m_clock;
+    ScriptedWorker m_worker;
+    IOTestResults& m_results = m_worker.m_results;
+
+    // At the start of each transfer.
+    std::vector<std::uint64_t> m_starts;
+    std::vector<std::uint32_t> m_peaks;
+    std::vector<std::uint32_t> m_rates;
+};
+
+}  // namespace
+
+TEST_F(FileReadWriteWorkerTest, StartTakesSizesAndPacingFromTheParametersIn32Bits) {
+    using Row = std::tuple<std::uint32_t, std::uint32_t, std::uint32_t, std::int32_t>;
+    for (const auto& [sizeKB, rateKBps, bytes, intervalMS] :
+         {Row{256, 384, 262'144, 666}, Row{256, 0, 262'144, 0}, Row{256, kUnlimitedRate, 262'144, 0},
+          Row{256, 1, 262'144, 256'000}, Row{0, 384, 0, 0}, Row{0x3F'FFFF, 2, 0xFFFF'FC00, 2'097'151'500},
+          Row{0x40'0000, kUnlimitedRate, 0, 0}, Row{4'294'968, 2, 103'079'936, 704 / 2}}) {
+        m_parameters.m_durationMinutes = 0;
+        m_parameters.m_transferSizeKB = sizeKB;
+        m_parameters.m_transferRateKBps = rateKBps;
+        Run(Scripted());
+        const auto& worker = static_cast<ScriptedWorker&>(*m_worker);
+        EXPECT_EQ(worker.m_transferBytes, bytes) << sizeKB;
+        EXPECT_EQ(worker.m_transferDelayMS, intervalMS) << sizeKB;
+    }
+    auto unprepared = Scripted();
+    unprepared->m_canStart = false;
+    EXPECT_FALSE(unprepared->StartWorker());
+    m_parameters.SetPathValue("");
+    EXPECT_FALSE(Scripted()->StartWorker());
+}
+
+TEST_F(FileReadWriteWorkerTest, TheCycleOfPhasesFollowsTheMethod) {
+    using Row = std::tuple<std::int32_t, bool, std::string, std::uint32_t>;
+    for (const auto& [method, canRead, calls, seconds] :
+         {Row{kWritesThenReads, true, "WCPRCC", 60}, Row{kWritesThenReads, false, "WCPCC", 30},
+          Row{kWritesOnly, true, "WC", 60}, Row{kReadsOnly, true, "PRCC", 60}, Row{7, true, "WCPRCC", 60}}) {
+        m_parameters.m_readWriteMethod = method;
+        auto worker = Scripted();
+        worker->m_canRead = canRead;
+        Run(std::move(worker));
+        EXPECT_EQ(static_cast<ScriptedWorker&>(*m_worker).m_calls, calls);
+        EXPECT_NEAR(m_results.m_elapsedSeconds, seconds, 1) << calls;
+    }
+    EXPECT_EQ(FileReadWriteWorker::CleanupFiles(nullptr), -1);
+}
+
+TEST_F(FileReadWriteWorkerTest, ABufferThatCannotBeHadIsOneErrorAndEndsThePhase) {
+    if (kIsSanitized) {
+        GTEST_SKIP() << "a sanitizer's own memory leaves no room for a limit";
+    }
+    m_parameters.m_transferSizeKB = 0x3F'FFFF;
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_AS, &before), 0);
+    const rlimit twoGB{rlim_t{2} << 30, before.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_AS, &twoGB), 0);
+    Run(kAccessSelfTest);
+    ASSERT_EQ(::setrlimit(RLIMIT_AS, &before), 0);
+    const std::string line = "Error: no memory for a transfer buffer of 4294966272 bytes, reader 0 " + At(0);
+    EXPECT_THAT(m_errors, ElementsAre(line, line));
+    EXPECT_EQ(m_results.m_writeErrors, 1U);
+    EXPECT_EQ(m_results.m_readErrors, 1U);
+}
+
+TEST_F(FileReadWriteWorkerTest, SlowTransfersAreWarnedOfUpToTheMaximumOfBothDirections) {
+    const auto lines = [this](const std::string& word) {
+        const std::string over = "WARNING: " + word + " Over Threshold reader 0 MS=";
+        const std::string maximum = "WARNING: Maximum number of " + std::string(word == "Write" ? "write" : "read") +
+                                    " threshold warnings reached on reader 0 at time ";
+        return std::pair{over, maximum};
+    };
+    m_parameters.m_transferRateKBps = kUnlimitedRate;
+    for (const int warnMax : {-1, 1, 3, 0}) {
+        auto worker = Scripted();
+        worker->SetReadThresholdWatch(14'500);
+        worker->SetReadOverThresholdWarnMax(warnMax);
+        worker->m_transfer = [next = std::size_t{0}](std::size_t size) mutable {
+            constexpr auto durations = std::to_array<std::uint64_t>({15'000, 14'500, 14'501, 30'000});
+            return ScriptedWorker::Take(durations.at(next++) * kMS, size);
+        };
+        Run(std::move(worker));
+        const auto [write, writeMaximum] = lines("Write");
+        const auto [read, readMaximum] = lines("Read");
+        std::vector<std::string> expected{write + "15000 at time " + At(15), write + "14501 at time " + At(44),
+                                          read + "30000 at time " + At(74)};
+        if (warnMax != -1) {
+            expected.resize(static_cast<std::size_t>(warnMax));
+        }
+        if (warnMax > 0) {
+            expected.push_back(warnMax == 1 ? writeMaximum + At(15) : readMaximum + At(74));
+        }
+        EXPECT_EQ(m_errors, expected) << warnMax;
+        EXPECT_EQ(m_worker->GetReadsOverThreshold(), 3);
+    }
+}
+
+// If any of the calls waited for the transfer, this test would hang.
+TEST_F(FileReadWriteWorkerTest, ATransferThatHangsKeepsNobodyWaiting) {
+    std::latch hangs(1);
+    std::latch release(1);
+    auto worker = Scripted();
+    worker->m_transfer = [&](std::size_t size) {
+        hangs.count_down();
+        release.wait();
+        return ScriptedWorker::Take(0, size);
+    };
+    ASSERT_TRUE(worker->StartWorker());
+    hangs.wait();
+    EXPECT_EQ(worker->GetTestResults(m_results).m_phase, kPhaseWrite);
+    EXPECT_EQ(worker->GetTransferStatistics(Direction::Write).transfers, 0U);
+    EXPECT_THAT(worker->ScratchFiles(), testing::SizeIs(1));
+    EXPECT_FALSE(worker->SetStop()->IsDone());
+    EXPECT_THAT(LThread::JoinFinished(), ElementsAre("io-worker"));
+    release.count_down();
+    EXPECT_THAT(LThread::JoinFinished(100'000), IsEmpty());
+    EXPECT_EQ(worker->GetTestResults(m_results).m_writesCompleted, 1U);
+}
+
+TEST_F(FileReadWriteWorkerTest, ResultsTakenWhileTheWorkerRunsFitTogether) {
+    m_parameters.m_transferRateKBps = kUnlimitedRate;
+    auto worker = Scripted();
+    worker->m_transfer = [](std::size_t size) { return ScriptedWorker::Take(2000, size); };
+    ASSERT_TRUE(worker->StartWorker());
+    for (bool isDone = false; !isDone;) {
+        isDone = worker->IsDone();
+        worker->GetTestResults(m_results);
+        ASSERT_TRUE(m_results.m_isValid);
+        ASSERT_EQ(m_results.m_bytesWritten, std::uint64_t{m_results.m_writesCompleted} << 20);
+        ASSERT_EQ(m_results.m_bytesRead, std::uint64_t{m_results.m_readsCompleted} << 20);
+        const TransferStatistics statistics = worker->GetTransferStatistics(Direction::Write);
+        ASSERT_EQ(statistics.times.Count(), statistics.transfers);
+    }
+    EXPECT_THAT(LThread::JoinFinished(100'000), IsEmpty());
+    EXPECT_EQ(m_results.m_readsCompleted, 15'000U);
+}
+
+// The sanitizers see any touch of a worker after its end.
+TEST_F(FileReadWriteWorkerTest, AWorkerMayBeDeletedAsSoonAsItIsDone) {
+    m_parameters.m_durationMinutes = 0;
+    for (int i = 0; i < 100; ++i) {
+        auto worker = Scripted();
+        ASSERT_TRUE(worker->StartWorker());
+        while (!worker->IsDone()) {
+            std::this_thread::yield();
+        }
+    }
+    EXPECT_THAT(LThread::JoinFinished(100'000), IsEmpty());
+}
+
+TEST_F(FileReadWriteWorkerTest, WorkersThatShareARegionTakeTurnsWithAPauseBetween) {
+    CriticalRegion region;
+    std::vector<std::uint64_t> starts;  // guarded by the region
+    std::vector<std::unique_ptr<ScriptedWorker>> workers;
+    for (int i = 0; i < 3; ++i) {
+        ScriptedWorker& worker = *workers.emplace_back(Scripted());
+        worker.SetGlobalReadCritSecPtr(&region);
+        worker.SetGlobalReadIntervalMS(40);
+        worker.m_transfer = [&](std::size_t size) {
+            starts.push_back(m_clock.ElapsedMicroseconds());
+            return ScriptedWorker::Take(0, size);
+        };
+        ASSERT_TRUE(worker.StartWorker());
+    }
+    EXPECT_THAT(LThread::JoinFinished(100'000), IsEmpty());
+    EXPECT_GT(starts.size(), 100U);
+    const auto tooSoon = [](std::uint64_t earlier, std::uint64_t later) { return later < earlier + 40 * kMS; };
+    EXPECT_EQ(std::adjacent_find(starts.begin(), starts.end(), tooSoon), starts.end());
+}
+
+// The pause is taken from the whole milliseconds of a duration, so that 999 us are not made up for.
+TEST_F(WorkerStatisticsTest, PacedTransfersStartAtTheIntervalUnlessTheOneBeforeWasLonger) {
+    m_worker.SetXFERDelayMS(250);
+    Write({100 * kMS, 400 * kMS, 50 * kMS, 50 * kMS + 999, 0});
+    EXPECT_THAT(m_starts, ElementsAre(250'000, 500'000, 900'000, 1'150'000, 1'400'999));
+    EXPECT_EQ(m_worker.GetTransferStatistics(Direction::Write).deadlines.worstLatenessUS, 150'000U);
+}
+
+TEST_F(WorkerStatisticsTest, AFragmentLastsFiveSecondsAndAtLeastItsTransfers) {
+    Write(std::vector<std::uint64_t>(12, 2 * kSecond));
+    EXPECT_THAT(m_rates, ElementsAre(0, 0, 0, 0, 0, 512, 512, 512, 512, 512, 512, 512)) << "five transfers in 10 s";
+    for (const auto& [seconds, rate] : {std::pair{5U, 0U}, {6U, 1024U}}) {
+        ScriptedWorker worker;
+        worker.m_minTransfersPerFragment = 1;
+        worker.m_writePhaseSeconds = seconds;
+        worker.WritePhase(&worker);
+        EXPECT_EQ(worker.m_results.m_writeRecentKBPS, rate);
+    }
+}
+
+TEST_F(WorkerStatisticsTest, APeakGoesToTheDirectionThatUpdatesNext) {
+    Write({3 * kSecond, kSecond, kSecond, kSecond, kSecond, kSecond, 2 * kSecond, kSecond});
+    EXPECT_THAT(m_peaks, ElementsAre(0, 0, 0, 0, 0, 3000, 3000, 3000)) << "a fragment ends at 7 s";
+    m_worker.BeginReadPhase();
+    EXPECT_EQ(m_results.m_writePeakMS, 0U);
+    EXPECT_EQ(m_results.m_readPeakMS, 0U) << "no read phase had begun yet";
+    m_results.m_readsStarted = true;
+    m_worker.StartNewReadFragment();
+    EXPECT_EQ(m_results.m_readPeakMS, 2000U) << "a write's";
+    EXPECT_EQ(m_worker.TickCountMaxRead(), 0U);
+}
+
+TEST_F(WorkerStatisticsTest, RatesAreThoseOfWholeSecondsAndOfPhases) {
+    m_worker.BeginReadPhase();
+    m_results.m_readsStarted = true;
+    m_clock.SleepMilliseconds(10'999);
+    m_results.m_bytesRead = 50U << 20;
+    m_worker.StartNewReadFragment();
+    EXPECT_EQ(m_results.m_readAvgKBPS, 5120U);
+    EXPECT_EQ(m_results.m_readRecentKBPS, 5120U);
+    m_results.m_bytesRead += 5U << 20;
+    m_worker.StartNewReadFragment();
+    EXPECT_EQ(m_results.m_readAvgKBPS, 5632U);
+    EXPECT_EQ(m_results.m_readRecentKBPS, 5120U) << "within the second in which the fragment began";
+    m_clock.SleepMilliseconds(5000);
+    m_results.m_bytesRead += (5U << 20) + 5 * 1024 - 1;
+    m_worker.UpdateStatistics();
+    EXPECT_EQ(m_results.m_readRecentKBPS, 1024U) << "not quite 1025";
+    m_worker.EndReadPhase();
+    m_clock.SleepMilliseconds(60'000);  // in no phase
+    m_worker.BeginWritePhase();
+    EXPECT_EQ(m_results.m_readRecentKBPS, 0U);
+    EXPECT_EQ(m_results.m_readAvgKBPS, ((60U << 20) + 5119) / 15 / 1024);
+}
+
+TEST_F(WorkerStatisticsTest, CountersStopAtTheirCapAndSumsOfTimesWrap) {
+    m_results.m_writesCompleted = m_results.m_readsCompleted = m_results.m_writeErrors = kCap - 1;
+    const auto readOnce = [this] {
+        m_worker.m_transfer = [](std::size_t size) { return ScriptedWorker::Take(60 * kSecond, size); };
+        m_worker.ReadPhase(&m_worker);
+    };
+    readOnce();
+    EXPECT_EQ(m_results.m_readsCompleted, kCap);
+    EXPECT_FALSE(m_results.m_readCountOverflow);
+    readOnce();
+    EXPECT_EQ(m_results.m_readsCompleted, kCap);
+    EXPECT_TRUE(m_results.m_readCountOverflow);
+    EXPECT_EQ(m_results.m_bytesRead, 1U << 20) << "reading counts no bytes at the cap";
+
+    m_worker.m_writePhaseSeconds = 1;
+    m_worker.m_transfer = [](std::size_t /*size*/) {
+        Clock::Current().SleepMilliseconds(500);
+        return TransferOutcome{.kind = TransferOutcome::Kind::Failed};
+    };
+    m_worker.WritePhase(&m_worker);
+    EXPECT_EQ(m_results.m_writeErrors, kCap);
+    EXPECT_EQ(m_worker.GetTransferStatistics(Direction::Write).errors, 2U);
+
+    const std::uint32_t sum = m_worker.TotMSUsedByReadsPerHPC();
+    m_worker.m_writePhaseSeconds = kCap;
+    Write({0x1'0000'0005 * kMS, 999, 0});
+    EXPECT_EQ(m_worker.TotMSUsedByReadsPerHPC(), sum + 5);
+    EXPECT_EQ(m_worker.TotTicksUsedByReads(), sum + 5);
+    EXPECT_EQ(Record(0).m_time, 0x1'0000'0005U);
+    EXPECT_EQ(m_results.m_writesCompleted, kCap);
+    EXPECT_TRUE(m_results.m_writeCountOverflow);
+    EXPECT_EQ(m_results.m_bytesWritten, 3U << 20) << "writing does";
+}
+
+TEST_F(WorkerStatisticsTest, TheTableOfTheSlowestTransfersKeepsTheFirstOfEqualTimes) {
+    const std::uint32_t start = m_clock.LocalSeconds();
+    Write({5 * kMS, 9 * kSecond, 9 * kSecond, 3 * kMS});
+    EXPECT_EQ(Record(0).m_time, 9000U);
+    EXPECT_EQ(Record(0).m_when, start + 9);
+
+    m_worker.CollectTopReadTimes(3);  // the smallest time that counts stays
+    // Into three empty slots; then 9002 is the smallest, 9003 takes its place, and 9005 that of the first 9003.
+    for (const std::uint64_t ms : {9003U, 9004U, 9000U, 9002U, 9003U, 9001U, 9005U}) {
+        m_worker.SaveInTopReadTimes(ms);
+    }
+    EXPECT_THAT((std::vector{Record(0).m_time, Record(1).m_time, Record(2).m_time}), ElementsAre(9005, 9004, 9003));
+    std::uint64_t time = 0;
+    int index = 0;
+    m_worker.FindLowestMaxReadTime(time, index);
+    EXPECT_EQ(index, 2);
+    m_worker.EmptyReadTimeRecordArray();
+    m_worker.SaveInTopReadTimes(9009);  // finds no record to write to
+    m_worker.GetMaxReadTime(&time);
+    EXPECT_EQ(time, 0U);
+}

@@ -1,0 +1,280 @@
+#include "CoreClasses/ScratchFileWorker.h"
+
+#include "CoreClasses/EngineTest.h"
+#include "CoreClasses/WorkerFactory.h"
+#include "Support/SmallVolume.h"
+
+#include <filesystem>
+#include <fstream>
+
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::SizeIs;
+
+namespace {
+
+/// The methods with real files; the parameter is the method's number.
+class ScratchFileWorkerTest : public EngineTest, public testing::WithParamInterface<int> {
+protected:
+    [[nodiscard]] static bool IsMac() { return GetParam() == kAccessMacFileManager; }
+    [[nodiscard]] bool IsFolderEmpty() const { return std::filesystem::is_empty(m_folder.Native()); }
+
+    void RunAndStopAfter(std::uint32_t ms) {
+        Run(GetParam(), [&] {
+            m_clock.SleepMilliseconds(ms);
+            m_worker->SetStop();
+        });
+    }
+
+    /// Makes a file of 1 MB in the tested folder the path to test.
+    void TestExistingFile() {
+        std::ofstream(m_folder.Native("user.mov")) << m_userContent;
+        m_parameters.m_sharedFileInPath = true;
+        m_parameters.SetPathValue(File("user.mov").c_str());
+    }
+
+    /// 100 MB by megabytes, one a second, on a volume that holds less.
+    void Test(const SmallVolume& volume, std::int32_t readWriteMethod) {
+        m_parameters.SetPathValue(volume.Colon().c_str());
+        m_parameters.m_maxFileSizeMB = 100;
+        m_parameters.m_transferRateKBps = 1024;
+        m_parameters.m_readWriteMethod = readWriteMethod;
+    }
+
+    const std::string m_userContent = std::string(1 << 20, 'u');
+};
+
+INSTANTIATE_TEST_SUITE_P(Methods, ScratchFileWorkerTest, testing::Values(kAccessMacFileManager, kAccessPosix),
+                         [](const auto& method) { return method.param == kAccessPosix ? "Posix" : "Mac"; });
+
+}  // namespace
+
+// A transfer starts each 250 ms: 120 in 30 s of writing, 100 to a file. Reading starts after 30 s and the 1.1 s for
+// closing the sample file; its 101st transfer, which finds the end of the file, takes its turn like the others.
+TEST_P(ScratchFileWorkerTest, MixedTestLogsEachStepAndLeavesNoFile) {
+    m_parameters.m_maxFileSizeMB = 100;
+    Run(GetParam());
+    const std::string written = "Writer 0 opened file " + File("IOT0.tio ");
+    const std::string read = "Reader 0 opened file " + File("IOT1.tio ");
+    const std::string end =
+        "EOF detected reader 0 file " + File("IOT1.tio ") + (IsMac() ? "err no =-39 " : "err no =0 ");
+    const std::string preparing = "Preparing reader 0 for read test. " + At(30);
+    const std::string finishing =
+        "Finishing prepration for read test... ** Closing test data file may take several seconds "
+        "or more. ** " +
+        At(30);
+    EXPECT_THAT(m_lines, ElementsAre(written + At(0), written + At(25), preparing, finishing, read + At(31),
+                                     end + At(56), read + At(56), "Ending reader #: 0 " + At(61)));
+    EXPECT_THAT(m_errors, ElementsAre(preparing, finishing));
+    EXPECT_THAT(m_cacheLines, SizeIs(1)) << "told once";
+    EXPECT_THAT(Counts(), ElementsAre(120, 119, 0, 0));
+    EXPECT_THAT((std::vector{m_results.m_writeAvgKBPS, m_results.m_readAvgKBPS}), Each(4096));
+    EXPECT_EQ(m_results.m_elapsedSeconds, 61U);
+    EXPECT_TRUE(IsFolderEmpty());
+}
+
+TEST_P(ScratchFileWorkerTest, FilesHoldWhatEachMethodWrites) {
+    m_parameters.m_maxFileSizeMB = 10;
+    std::string written;
+    std::string sample;
+    Run(GetParam(), [&] {
+        m_clock.SleepMilliseconds(4'300);  // 17 transfers: 7 of the second pass
+        written = ContentOf(m_folder.Native("IOT0.tio"));
+        m_clock.SleepMilliseconds(30'000);
+        sample = ContentOf(m_folder.Native("IOT1.tio"));
+    });
+    std::string blocks;
+    for (int block = 0; block < 80; ++block) {
+        blocks += std::string(130'560, '\0') + std::string(512, '[');
+    }
+    EXPECT_EQ(written.size(), IsMac() ? 10U << 20 : 7U << 20) << "overwritten in place, or emptied first";
+    EXPECT_TRUE(!IsMac() || written == std::string(10 << 20, '\x1A'));
+    EXPECT_TRUE(sample == (IsMac() ? std::string(12 << 20, '[') : blocks))
+        << "of 4 MB each, or at the end of each 128 KB";
+}
+
+// 384 KB a second to or from 1 MB: three transfers make a file. Reading, the third is short: for the stream method the
+// end of the file, for the other one a transfer that counts, and a fourth finds the end.
+TEST_P(ScratchFileWorkerTest, TheShortLastPieceIsWrittenAndCountedAsTheMethodHasIt) {
+    m_parameters.m_transferSizeKB = m_parameters.m_transferRateKBps = 384;
+    m_parameters.m_readWriteMethod = kWritesOnly;
+    Run(GetParam());
+    EXPECT_THAT(Counts(), ElementsAre(60, 0, 0, 0));
+    EXPECT_EQ(m_results.m_bytesWritten, 20U << 20);
+
+    m_parameters.m_readWriteMethod = kReadsOnly;
+    TestExistingFile();
+    Run(GetParam());
+    EXPECT_THAT(Counts(), ElementsAre(0, IsMac() ? 45 : 40, 0, 0));
+    EXPECT_EQ(m_results.m_bytesRead, IsMac() ? 15U << 20 : 40U * 393'216);
+    EXPECT_EQ(m_lines[2], "EOF detected reader 0 file " + File("user.mov") +
+                              (IsMac() ? " err no =-39 " + At(4) : " err no =262144 " + At(3)));
+    m_errors.erase(m_errors.begin());
+    EXPECT_THAT(m_errors, SizeIs(IsMac() ? 15 : 0));
+    EXPECT_THAT(m_errors, Each(HasSubstr("Inexact number of bytes read, expected 393216 but read 262144, may affect "
+                                         "performance calculationsMon January 5, 2004 ")));
+}
+
+// Tries are one tick of 17 ms apart: the last of a minute is at 3529 ticks, 59.993 s.
+TEST_P(ScratchFileWorkerTest, AnUnusablePathIsTriedSixtyTimesASecond) {
+    const SmallVolume readOnly("1m", MS_RDONLY);
+    std::ofstream(m_folder.Native("file")) << 'x';
+    using Case = std::tuple<std::string, std::string, int>;
+    std::vector<Case> cases{{File("missing") + ':', m_folder.Native("missing/IOT0.tio"), 2},
+                            {File("file") + ':', m_folder.Native("file/IOT0.tio"), 20},
+                            {"No volume is called so:", "", 2}};
+    if (readOnly.IsMounted()) {
+        cases.emplace_back(readOnly.Colon(), readOnly.Native("IOT0.tio"), 30);
+    }
+    for (const auto& [path, native, error] : cases) {
+        const std::string reason = " err no " + std::to_string(IsMac() ? error : -1) + ' ';
+        m_parameters.SetPathValue(path.c_str());
+        m_parameters.m_readWriteMethod = kWritesOnly;
+        Run(GetParam());
+        EXPECT_THAT(m_errors, SizeIs(3530)) << path;
+        EXPECT_EQ(m_errors[0],
+                  "Error opening file " + path + "IOT0.tio" + (IsMac() ? ' ' + native : "") + reason + At(0));
+        EXPECT_THAT(Counts(), ElementsAre(0, 0, 3530, 0));
+        EXPECT_THAT(m_lines, SizeIs(1));
+        m_parameters.m_readWriteMethod = kReadsOnly;
+        Run(GetParam());
+        EXPECT_EQ(m_errors[1],
+                  "Error: could not create sample file for read test " + path + "IOT0.tio" + reason + At(0));
+        EXPECT_THAT(Counts(), ElementsAre(0, 0, 0, 1));
+    }
+}
+
+// 60 s of passes that can write nothing, one tick of 17 ms apart.
+TEST_P(ScratchFileWorkerTest, ALimitThatWrapsToNothingMakesSixtyPassesASecond) {
+    m_parameters.m_readWriteMethod = kWritesOnly;
+    for (const std::uint32_t limitMB : {4096U, 0xFFFF'F000U, 0U}) {
+        m_parameters.m_maxFileSizeMB = limitMB;
+        Run(GetParam());
+        EXPECT_THAT(m_lines, SizeIs(3530 + 1)) << limitMB;
+        EXPECT_THAT(Counts(), Each(0));
+    }
+    m_parameters.m_readWriteMethod = kReadsOnly;
+    Run(GetParam());
+    EXPECT_THAT(m_lines, SizeIs(2)) << "a sample file of less than 1 MB is not read, without a word";
+    EXPECT_FALSE(m_results.m_readsStarted);
+}
+
+TEST_P(ScratchFileWorkerTest, AFileThatVanishesBetweenPassesFailsToOpenUntilTheEnd) {
+    m_parameters.m_readWriteMethod = kReadsOnly;
+    Run(GetParam(), [&] {
+        m_clock.SleepMilliseconds(31'300);  // 120 transfers after the 1.1 s that preparing takes: a pass has begun
+        std::filesystem::remove(m_folder.Native("IOT0.tio"));
+    });
+    const int ms =
+        IsMac() ? 125 * 250 : 122 * 250;  // by fives from the sample file of 4 MB, or by twos; one finds the end
+    EXPECT_EQ(m_errors[2], "Error opening file " + File("IOT0.tio") + (IsMac() ? " err no 2 " : " err no -1 ") +
+                               At((1100 + ms) / 1000));
+    EXPECT_THAT(Counts(), ElementsAre(0, IsMac() ? 100 : 61, 0, (59'900 - ms) / 17 + 1)) << "ticks up to 61 s";
+}
+
+TEST_P(ScratchFileWorkerTest, AnExistingFileIsKeptAndWhatWasMadeBesideItIsNot) {
+    TestExistingFile();
+    Run(GetParam());
+    EXPECT_THAT(Counts(), ElementsAre(120, 60, 0, 0)) << "every other reading finds the end";
+    EXPECT_TRUE(ContentOf(m_folder.Native("user.mov")) == m_userContent);
+    EXPECT_FALSE(std::filesystem::exists(m_folder.Native("IOT0.tio")));
+    std::filesystem::remove(m_folder.Native("user.mov"));
+    m_parameters.m_readWriteMethod = kReadsOnly;
+    Run(GetParam());
+    EXPECT_EQ(std::filesystem::file_size(m_folder.Native("user.mov")), IsMac() ? 4U << 20 : 1U << 20)
+        << "made, and kept";
+}
+
+TEST_P(ScratchFileWorkerTest, TakenNamesArePassedOverUpToALimit) {
+    std::ofstream(m_folder.Native("IOT0.tio")) << "mine";
+    Run(GetParam());
+    EXPECT_EQ(m_lines[0], "Writer 0 opened file " + File("IOT1.tio ") + At(0));
+    EXPECT_THAT(m_lines, Contains(HasSubstr("Reader 0 opened file " + File("IOT2.tio "))));
+    EXPECT_EQ(ContentOf(m_folder.Native("IOT0.tio")), "mine");
+    for (int number = 1; number < 13'000; ++number) {
+        const std::string name = "IOT" + std::to_string(number) + ".tio";
+        std::filesystem::create_hard_link(m_folder.Native("IOT0.tio"), m_folder.Native(name));
+    }
+    Run(GetParam());
+    EXPECT_THAT(m_lines, SizeIs(2)) << "preparing and the end: both phases are skipped without a word";
+    EXPECT_THAT(Counts(), Each(0));
+}
+
+TEST_P(ScratchFileWorkerTest, ALoopGoesOnWithOneFileWhenItOnlyWritesAndWithNewOnesElse) {
+    m_parameters.m_loop = true;
+    m_parameters.m_readWriteMethod = kWritesOnly;
+    RunAndStopAfter(150'100);
+    EXPECT_EQ(m_results.m_writesCompleted, 601U) << "the transfer after the pause in which the stop came is still made";
+    m_lines.pop_back();
+    EXPECT_THAT(m_lines, Each(HasSubstr("IOT0.tio")));
+    m_parameters.m_readWriteMethod = kWritesThenReads;
+    RunAndStopAfter(100'000);
+    EXPECT_THAT(m_lines, Contains(HasSubstr("Reader 0 opened file " + File("IOT3.tio"))));
+    EXPECT_TRUE(IsFolderEmpty());
+}
+
+TEST_P(ScratchFileWorkerTest, AStopBeforeOrDuringPreparationEndsItAfterTheBlockInHand) {
+    auto worker = MakeWorker(GetParam()).worker;
+    worker->SetStop();
+    Run(std::move(worker));
+    EXPECT_THAT(m_lines, SizeIs(3)) << "preparing, finishing, ending";
+    EXPECT_EQ(m_results.m_readsStarted, IsMac());
+    EXPECT_EQ(m_errors.back(),
+              IsMac() ? m_lines[1]
+                      : "Error writing sample data to file " + File("IOT0.tio") + " for read test. err no =0 " + At(1));
+    m_parameters.m_readWriteMethod = kReadsOnly;
+    m_parameters.m_maxFileSizeMB = 100;
+    m_clock.SetMicrosecondsPerReading(IsMac() ? 100'000 : 10'000);  // each block takes one
+    RunAndStopAfter(1'205);
+    const std::string creating = "Preparing reader 0 for read test. ** Creating test file may be time-consuming. ** ";
+    EXPECT_THAT(m_lines, Contains(creating + At(0)));
+    EXPECT_EQ(m_results.m_elapsedSeconds, 2U);
+    EXPECT_EQ(m_results.m_readsCompleted, 0U);
+    EXPECT_TRUE(IsFolderEmpty());
+}
+
+// On 6.5 MB the seventh write of a megabyte comes to half, and the next one fails; the stream method makes one failure
+// of the two. The free space does not limit the writing: it is asked only of the volume of the last sample file.
+TEST_P(ScratchFileWorkerTest, AFullVolumeFailsAWriteAndTheFileIsBegunAnew) {
+    const SmallVolume volume("6656k");
+    if (!volume.IsMounted()) {
+        GTEST_SKIP() << "no right to mount a volume";
+    }
+    Test(volume, kWritesOnly);
+    Run(GetParam());
+    EXPECT_THAT(m_errors, SizeIs(IsMac() ? 7 : 8));
+    const std::string when = At(IsMac() ? 8 : 7);
+    EXPECT_EQ(m_errors[0],
+              "Error writing file " + volume.Colon() + "IOT0.tio err no =" + (IsMac() ? "28 " : "524288 ") + when);
+    EXPECT_THAT(Counts(), ElementsAre(IsMac() ? 53 : 52, 0, IsMac() ? 7 : 8, 0));
+    EXPECT_EQ(m_results.m_bytesWritten, IsMac() ? (53U << 20) - 7 * 524'288 : 52U << 20);
+    EXPECT_THAT(m_cacheLines,
+                ElementsAre("File cache: cached (the file system keeps its files in memory only), reader 0 " + when));
+    EXPECT_TRUE(std::filesystem::is_empty(volume.Native("")));
+}
+
+TEST_P(ScratchFileWorkerTest, FreeSpaceCutsTheSampleFileAndTheWritesThatFollow) {
+    const SmallVolume volume("6656k");
+    const SmallVolume tiny("512k");
+    if (!volume.IsMounted() || !tiny.IsMounted()) {
+        GTEST_SKIP() << "no right to mount a volume";
+    }
+    Test(tiny, kReadsOnly);
+    Run(GetParam());
+    EXPECT_FALSE(m_results.m_readsStarted);
+    EXPECT_THAT(m_errors.back(), HasSubstr(IsMac() ? "(high 0 low 524288)" : "for read test. err no =0 "));
+    if (!IsMac()) {
+        return;  // its sample file is sparse, and nothing asks for the free space
+    }
+    Test(volume, kWritesThenReads);
+    m_parameters.m_loop = true;
+    RunAndStopAfter(75'000);  // the second write phase lasts since 61 s
+    EXPECT_EQ(m_errors[4], "Warning: not enough space on disk; read test file is smaller than maximum size requested. "
+                           "Available space = (high 0 low 6815744) bytes " +
+                               At(30));
+    EXPECT_THAT(m_errors, Contains(HasSubstr("expected 1048576 but read 524288")));
+    EXPECT_EQ(m_results.m_writeErrors, 3U) << "all of the first phase; the second ends its pass with the space";
+    EXPECT_EQ(m_results.m_writesCompleted, 27U + 7);
+}

@@ -1,0 +1,69 @@
+#include "Framework/Base/LThread.h"
+
+#include "Support/SimulatedClock.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <functional>
+#include <latch>
+#include <system_error>
+
+#include <pthread.h>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class TestThread final : public LThread {
+public:
+    TestThread(std::string name, std::function<void()> body) : LThread(std::move(name)), m_body(std::move(body)) {}
+    void* Run() override {
+        m_body();
+        return nullptr;
+    }
+
+private:
+    std::function<void()> m_body;
+};
+
+}  // namespace
+
+TEST(LThreadTest, AThreadIsKeptUntilItsBodyHasReturnedAndThenDisposedOf) {
+    std::latch release(1);
+    std::array<char, 16> name{};
+    const auto ownedByThread = std::make_shared<int>();
+    LThread::Resume(std::make_unique<TestThread>("a name of 20 letters", [&release, &name, ownedByThread] {
+        ::pthread_getname_np(::pthread_self(), name.data(), name.size());
+        release.wait();
+    }));
+    EXPECT_THAT(LThread::JoinFinished(), ElementsAre("a name of 20 letters"));
+    EXPECT_GT(ownedByThread.use_count(), 1);
+    release.count_down();
+    EXPECT_THAT(LThread::JoinFinished(100'000), IsEmpty());
+    EXPECT_EQ(ownedByThread.use_count(), 1);
+    EXPECT_STREQ(name.data(), "a name of 20 le");
+}
+
+TEST(LThreadTest, AThreadThatTheSystemRefusesIsThrownAndForgotten) {
+    pthread_attr_t usual;
+    pthread_attr_t impossible;
+    ASSERT_EQ(::pthread_getattr_default_np(&usual), 0);
+    ASSERT_EQ(::pthread_getattr_default_np(&impossible), 0);
+    ASSERT_EQ(::pthread_attr_setstacksize(&impossible, std::size_t{1} << 47), 0);  // more than there are addresses
+    ASSERT_EQ(::pthread_setattr_default_np(&impossible), 0);
+    EXPECT_THROW(LThread::Resume(std::make_unique<TestThread>("never", [] {})), std::system_error);
+    ASSERT_EQ(::pthread_setattr_default_np(&usual), 0);
+    EXPECT_THAT(LThread::JoinFinished(), IsEmpty());
+}
+
+TEST(LThreadTest, SleepsInTheTimeOfTheClockInForce) {
+    const SimulatedClock clock;
+    LThread::Sleep(5000);
+    for (int i = 0; i < 60; ++i) {
+        LThread::YieldOneTick();
+    }
+    EXPECT_EQ(clock.ElapsedMicroseconds(), 5'000'000U + 60 * 17'000) << "no more than sixty ticks a second";
+}

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Fails when a header below Source/ does not compile alone, or not when it is included twice.
+set -euo pipefail
+
+cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
+
+check_header() {
+    local header=$1 flags=()
+    if [[ $header == Source/Framework/UI/* || $header == Source/GUI/* ]]; then
+        read -r -a flags <<<"$(pkg-config --cflags Qt6Widgets) -fPIC"
+    fi
+    if ! printf '#include "%s"\n' "${header#Source/}" "${header#Source/}" |
+        g++ -std=c++20 -Wall -Wextra -Werror -ISource "${flags[@]}" -fsyntax-only -x c++ -; then
+        echo "$header does not compile alone" >&2
+        return 1
+    fi
+}
+export -f check_header
+
+mapfile -d '' -t headers < <(find Source -type f -name '*.h' -print0 | sort -z)
+if ((${#headers[@]} == 0)); then
+    echo "check-headers: no headers found" >&2
+    exit 1
+fi
+# shellcheck disable=SC2016 # expanded by the shell that xargs starts
+printf '%s\0' "${headers[@]}" | xargs -0 -n 1 -P "$(nproc)" bash -c 'check_header "$1"' check_header
+echo "check-headers: ${#headers[@]} headers"
