@@ -56,7 +56,7 @@ void ChartRedraw(benchmark::State& state) {
         chart->set_endPoint(samples - 1);
     }
     GWorld screen(kChartFrame, static_cast<double>(state.range(2)));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         chart->DrawInto(screen);
     }
 }
@@ -74,7 +74,7 @@ void ReadoutRedraw(benchmark::State& state) {
     DigiString readout(SPaneInfo{.width = 126, .height = 25});
     readout.setStringValue("01:02:03");
     GWorld screen({.top = 0, .left = 0, .bottom = 25, .right = 126}, static_cast<double>(state.range(0)));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         readout.DrawInto(screen);
     }
 }

@@ -68,7 +68,7 @@ void TransferOfTheSelfTest(benchmark::State& state) {
     std::uint64_t transfers = 0;
     std::uint64_t allocationsInLoop = 0;
     const std::clock_t processTime = std::clock();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto worker = MakeWorker(kAccessSelfTest).worker;
         worker->SetTestParameters(UnpacedSelfTest());
         if (!worker->StartWorker()) {
@@ -103,7 +103,7 @@ void LogLine(benchmark::State& state) {
         state.SkipWithError("no /dev/null to log to");
         return;
     }
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         output.Write(kOutProgress, outLevelSecondary, "Writer %d opened file %s %s\r", 0, "Data:Tests:IOT0.tio",
                      CTime::GetCurrentDateTime().CStr());
     }
@@ -114,7 +114,7 @@ BENCHMARK(LogLine);
 void ResultsCopy(benchmark::State& state) {
     const auto worker = MakeWorker(kAccessSelfTest).worker;
     IOTestResults results;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(worker->GetTestResults(results));
     }
 }
@@ -122,7 +122,7 @@ BENCHMARK(ResultsCopy);
 
 void TransferStatisticsCopy(benchmark::State& state) {
     const auto worker = MakeWorker(kAccessSelfTest).worker;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(worker->GetTransferStatistics(Direction::Write));
     }
 }
@@ -131,7 +131,7 @@ BENCHMARK(TransferStatisticsCopy);
 void HistogramAdd(benchmark::State& state) {
     TransferTimeHistogram histogram;
     std::uint64_t value = 1;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         histogram.Add(value >> 40);  // up to 16 s
         value = value * 6'364'136'223'846'793'005 + 1'442'695'040'888'963'407;
     }
@@ -140,7 +140,7 @@ void HistogramAdd(benchmark::State& state) {
 BENCHMARK(HistogramAdd);
 
 void ClockReading(benchmark::State& state) {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(Clock::Current().Microseconds());
     }
 }

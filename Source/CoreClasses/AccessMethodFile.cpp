@@ -25,8 +25,9 @@ void AccessMethodFile::LogOpened(const CString& name) const {
 
 void AccessMethodFile::LogEndOfFile(const CString& name, const TransferOutcome& outcome) const {
     if (m_output != nullptr) {
-        m_output->Write(kOutProgress, outLevelSecondary, "EOF detected reader %d file %s err no =%d %s\r", m_readerNumber,
-                        name.CStr(), static_cast<int>(outcome.reported), CTime::GetCurrentDateTime().CStr());
+        m_output->Write(kOutProgress, outLevelSecondary, "EOF detected reader %d file %s err no =%d %s\r",
+                        m_readerNumber, name.CStr(), static_cast<int>(outcome.reported),
+                        CTime::GetCurrentDateTime().CStr());
     }
 }
 
@@ -40,10 +41,10 @@ void AccessMethodFile::LogFailure(const CString& name, const TransferOutcome& ou
 
 void AccessMethodFile::LogInexactRead(std::uint32_t expected, const TransferOutcome& outcome) const {
     if (m_output != nullptr) {
-        m_output->Write(kOutError, outLevelSecondary,
-                        "Inexact number of bytes read, expected %d but read %ld, may affect performance calculations%s\r",
-                        static_cast<int>(expected), static_cast<long>(outcome.reported),
-                        CTime::GetCurrentDateTime().CStr());
+        m_output->Write(
+            kOutError, outLevelSecondary,
+            "Inexact number of bytes read, expected %d but read %ld, may affect performance calculations%s\r",
+            static_cast<int>(expected), static_cast<long>(outcome.reported), CTime::GetCurrentDateTime().CStr());
     }
 }
 
@@ -59,8 +60,9 @@ void AccessMethodFile::LogOverThreshold(int milliseconds) const {
 void AccessMethodFile::LogThresholdMaximum() const {
     if (m_output != nullptr) {
         m_output->Write(kOutWarning, outLevelPrimary,
-                        IsReading() ? "WARNING: Maximum number of read threshold warnings reached on reader %d at time %s\r"
-                                    : "WARNING: Maximum number of write threshold warnings reached on reader %d at time %s\r",
+                        IsReading()
+                            ? "WARNING: Maximum number of read threshold warnings reached on reader %d at time %s\r"
+                            : "WARNING: Maximum number of write threshold warnings reached on reader %d at time %s\r",
                         m_readerNumber, CTime::GetCurrentDateTime().CStr());
     }
 }

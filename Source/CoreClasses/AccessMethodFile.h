@@ -1,11 +1,11 @@
 #pragma once
 
+#include "Platform/UncachedFile.h"
+#include "SupportingClasses/CString.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-
-#include "Platform/UncachedFile.h"
-#include "SupportingClasses/CString.h"
 
 class COutputMgr;
 class TransferBuffer;
@@ -31,8 +31,8 @@ struct TransferOutcome {
 ///
 ///     Open --true--> LogOpened -> (Transfer -> Judge -> log lines) ... -> Close -> CacheReport
 ///
-/// `Open` may be called again after `Close` and after it answered false. The log lines here are those that methods share; a
-/// method whose words differ overrides them.
+/// `Open` may be called again after `Close` and after it answered false. The log lines here are those that methods
+/// share; a method whose words differ overrides them.
 class AccessMethodFile {
 public:
     static constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
@@ -43,7 +43,8 @@ public:
     AccessMethodFile(const AccessMethodFile&) = delete;
     AccessMethodFile& operator=(const AccessMethodFile&) = delete;
 
-    /// Sets the bytes that a phase's transfers will write, and has the system supply the memory before any transfer is timed.
+    /// Sets the bytes that a phase's transfers will write, and has the system supply the memory before any transfer is
+    /// timed.
     virtual void PrepareBuffer(TransferBuffer& buffer);
 
     /// Opens the file at its start; logs why not and answers false otherwise.

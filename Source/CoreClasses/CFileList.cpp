@@ -1,10 +1,10 @@
 #include "CoreClasses/CFileList.h"
 
-#include <array>
-#include <cstdio>
-
 #include "Platform/CStream.h"
 #include "Platform/ColonPath.h"
+
+#include <array>
+#include <cstdio>
 
 CFileList::~CFileList() {
     for (int index = 0; index < m_files.GetSize(); ++index) {

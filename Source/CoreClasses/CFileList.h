@@ -1,12 +1,12 @@
 #pragma once
 
-#include <memory>
-#include <mutex>
-#include <vector>
-
 #include "Platform/CriticalRegion.h"
 #include "SupportingClasses/CPtrArray.h"
 #include "SupportingClasses/CString.h"
+
+#include <memory>
+#include <mutex>
+#include <vector>
 
 /// The names (colon paths) of the files that a test works on, handed out in rotation. Duplicates are allowed.
 class CFileList {
@@ -22,8 +22,8 @@ public:
     [[nodiscard]] bool IsEmpty() const;
     void AddFile(const char* name);
 
-    /// Adds the whitespace-separated names of a text file (colon path). Names of more than 400 characters come apart. False,
-    /// with a line on the standard error stream, when the file cannot be opened.
+    /// Adds the whitespace-separated names of a text file (colon path). Names of more than 400 characters come apart.
+    /// False, with a line on the standard error stream, when the file cannot be opened.
     bool AddFilesFromFileList(const char* path);
 
     /// The next name in rotation, the empty text when there is none. After the last name, and when names were removed
@@ -40,7 +40,7 @@ private:
     [[nodiscard]] std::unique_lock<CriticalRegion> Enter() const;
     [[nodiscard]] CString NameAt(int index) const;
 
-    std::unique_ptr<CriticalRegion> m_region;          ///< guards the members below once it is there
-    CPtrArray m_files;                                 ///< of owned `CString*`
+    std::unique_ptr<CriticalRegion> m_region;  ///< guards the members below once it is there
+    CPtrArray m_files;                         ///< of owned `CString*`
     std::int32_t m_nextIndex = 0;
 };

@@ -1,14 +1,14 @@
 #include "CoreClasses/COutputMgr.h"
 
+#include "Platform/ColonPath.h"
+#include "SupportingClasses/CTime.h"
+#include "SupportingClasses/IOTesterConsts.h"
+
 #include <atomic>
 #include <cstdarg>
 #include <cstdio>
 #include <mutex>
 #include <string>
-
-#include "Platform/ColonPath.h"
-#include "SupportingClasses/CTime.h"
-#include "SupportingClasses/IOTesterConsts.h"
 
 namespace {
 

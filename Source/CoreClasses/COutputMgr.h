@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
-
 #include "Platform/CStream.h"
 #include "Platform/CriticalRegion.h"
 #include "SupportingClasses/CString.h"
+
+#include <array>
+#include <cstdint>
 
 /// Where a message goes; bits that may be combined.
 enum OutputDestination : int {
@@ -26,11 +26,11 @@ enum outFileLevels : std::int32_t { outLevelPrimary = 1, outLevelSecondary = 2 }
 ///
 /// Every message of every thread goes through one buffer that a critical region guards: either `Write`, or
 /// `BlockingGetGlobalOutputBuffer`, formatting within `GetGlobalOutputBufferSize` bytes, and
-/// `UnBlockingWriteCurrentOutputBuffer`, always as a pair on one thread. The on-screen texts are written inside the region; who
-/// shows them enters it with `SafeEnterOutputCS`.
+/// `UnBlockingWriteCurrentOutputBuffer`, always as a pair on one thread. The on-screen texts are written inside the
+/// region; who shows them enters it with `SafeEnterOutputCS`.
 ///
-/// Both logs are text whose lines end in a carriage return alone. Log paths are colon paths. Lines reach the disk when a
-/// stream's buffer fills or its file is closed; write errors are not reported.
+/// Both logs are text whose lines end in a carriage return alone. Log paths are colon paths. Lines reach the disk when
+/// a stream's buffer fills or its file is closed; write errors are not reported.
 class COutputMgr {
 public:
     /// Registers itself as the process-wide instance if none is registered.
@@ -45,8 +45,8 @@ public:
 
     void SetOutLevel(outFileLevels level);
 
-    /// The text that receives a copy (the first 255 characters) of each message for the screen; null for none. The owner keeps
-    /// it alive as long as this manager.
+    /// The text that receives a copy (the first 255 characters) of each message for the screen; null for none. The
+    /// owner keeps it alive as long as this manager.
     void SetOutputCStrPtr(CString* text);
     void SetErrCStrPtr(CString* text);
 

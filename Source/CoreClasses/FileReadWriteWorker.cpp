@@ -1,14 +1,14 @@
 #include "CoreClasses/FileReadWriteWorker.h"
 
-#include <exception>
-#include <memory>
-#include <system_error>
-
 #include "CoreClasses/COutputMgr.h"
 #include "Platform/ColonPath.h"
 #include "Platform/FileSystem.h"
 #include "SupportingClasses/CTime.h"
 #include "ThreadClasses/CIOTesterThread.h"
+
+#include <exception>
+#include <memory>
+#include <system_error>
 
 // Construction, start, the thread's body and cleanup. The phase loop is in FileReadWriteWorkerPhases.cpp, what is
 // measured in FileReadWriteWorkerStatistics.cpp.
@@ -161,8 +161,8 @@ int FileReadWriteWorker::VCleanupFiles() {
     return 0;
 }
 
-/// While a test of an existing file runs, nothing that is listed is deleted, so that the file itself never is. What its write
-/// phases made beside that file goes when the test ends.
+/// While a test of an existing file runs, nothing that is listed is deleted, so that the file itself never is. What its
+/// write phases made beside that file goes when the test ends.
 void FileReadWriteWorker::RemoveOwnFilesBesideShared() const {
     for (const CString& name : ScratchFiles()) {
         RemoveListedFile(name);

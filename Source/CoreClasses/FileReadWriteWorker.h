@@ -1,21 +1,21 @@
 #pragma once
 
-#include <cstdint>
-#include <mutex>
-
 #include "CoreClasses/AccessMethodFile.h"
 #include "CoreClasses/IOTestWorker.h"
 #include "CoreClasses/TransferStatistics.h"
 #include "Platform/CriticalRegion.h"
 #include "SupportingClasses/CPtrArray.h"
 
+#include <cstdint>
+#include <mutex>
+
 class TransferBuffer;
 
-/// The sequential write/read engine: runs a test's cycle of phases on its thread, paces, times and counts every transfer.
-/// An access method derives from it and does the file work.
+/// The sequential write/read engine: runs a test's cycle of phases on its thread, paces, times and counts every
+/// transfer. An access method derives from it and does the file work.
 ///
-/// A phase is one call of `WritePhase` or `ReadPhase`; a pass is one opening of one file in it; a fragment is a stretch of a
-/// phase, of at least five seconds and `m_minTransfersPerFragment` transfers, over which the recent rate is taken.
+/// A phase is one call of `WritePhase` or `ReadPhase`; a pass is one opening of one file in it; a fragment is a stretch
+/// of a phase, of at least five seconds and `m_minTransfersPerFragment` transfers, over which the recent rate is taken.
 ///
 /// The setters are for before `StartWorker`, which overwrites transfer size, file list, reader number, open delay and
 /// pacing interval. `GetTestResults` and the accessors may be called from any thread at any time: they take the
@@ -33,8 +33,8 @@ public:
     virtual int ReadPhase(FileReadWriteWorker* worker) = 0;
     virtual int WritePhase(FileReadWriteWorker* worker) = 0;
 
-    /// Deletes every listed file but one that the test path itself names. -1 when there is no list, else 0. A file that cannot be
-    /// deleted is passed over.
+    /// Deletes every listed file but one that the test path itself names. -1 when there is no list, else 0. A file that
+    /// cannot be deleted is passed over.
     virtual int VCleanupFiles();
 
     /// Makes sure that there is a file to read, and lists it. 0 when the read phase cannot run.
@@ -49,8 +49,8 @@ public:
     void SetReaderNumber(int number) { m_readerNumber = number; }
     void SetFileOpenDelayMS(int ms) { m_fileOpenDelayMS = ms; }
     void SetXFERDelayMS(int ms) { m_transferDelayMS = ms; }
-    /// A region that several workers share makes them take turns, one transfer at a time with at least the interval (set
-    /// below, in ms) between; null or an interval of 0 for none. Not owned.
+    /// A region that several workers share makes them take turns, one transfer at a time with at least the interval
+    /// (set below, in ms) between; null or an interval of 0 for none. Not owned.
     void SetGlobalReadCritSecPtr(CriticalRegion* region) { m_globalReadRegion = region; }
     void SetGlobalReadIntervalMS(int ms) { m_globalReadIntervalMS = ms; }
     /// Transfers of more than `ms` are counted, and logged while `ms` is not 0.
@@ -72,7 +72,8 @@ public:
     [[nodiscard]] TransferStatistics GetTransferStatistics(Direction direction) const;
     /// The least independence of the file cache that any finished pass was found to have.
     [[nodiscard]] FileCacheReport GetFileCacheReport() const;
-    /// The scratch files that the test has made and not yet removed (colon paths); none for an existing file under test.
+    /// The scratch files that the test has made and not yet removed (colon paths); none for an existing file under
+    /// test.
     [[nodiscard]] std::vector<CString> ScratchFiles() const;
 
     void SafeEnterOutputCS();
@@ -106,7 +107,8 @@ public:
     void EmptyReadTimeRecordArray();
 
 protected:
-    /// Runs one phase over `file` until its time is up, a stop is asked for, or there is no name for a scratch file. Returns 0.
+    /// Runs one phase over `file` until its time is up, a stop is asked for, or there is no name for a scratch file.
+    /// Returns 0.
     int RunPhase(Direction direction, AccessMethodFile& file);
 
     /// The name for a write phase whose file list is empty; false ends the phase.
@@ -119,7 +121,8 @@ protected:
     [[nodiscard]] COutputMgr* Output() const { return m_outputMgr; }
     [[nodiscard]] int ReaderNumber() const { return m_readerNumber; }
 
-    // The fields below are settled before the thread starts or belong to the worker's thread, but for those that m_lock guards.
+    // The fields below are settled before the thread starts or belong to the worker's thread, but for those that m_lock
+    // guards.
 
     std::uint32_t m_writePhaseSeconds = 0;
     std::uint32_t m_readPhaseSeconds = 0;
@@ -133,7 +136,7 @@ protected:
     std::int32_t m_fileOpenDelayMS = 0;  ///< pause after each file
     std::int32_t m_transferDelayMS = 0;  ///< pacing interval between the starts of transfers; 0: unpaced
     std::int32_t m_readerNumber = -1;
-    CFileList* m_readFileList = nullptr;        ///< what the phases take names from; not owned
+    CFileList* m_readFileList = nullptr;  ///< what the phases take names from; not owned
     std::uint32_t m_transferBytes = 0x80000;
     std::int32_t m_globalReadIntervalMS = 0;
 
@@ -160,7 +163,8 @@ private:
     [[nodiscard]] TransferOutcome::Kind Account(PhaseRun& phase, AccessMethodFile& file, const CString& name,
                                                 std::uint64_t durationUS);
     [[nodiscard]] bool CountTimeLocked(std::uint64_t milliseconds);
-    [[nodiscard]] bool CountOutcomeLocked(Direction direction, const TransferOutcome& outcome, std::uint64_t durationUS);
+    [[nodiscard]] bool CountOutcomeLocked(Direction direction, const TransferOutcome& outcome,
+                                          std::uint64_t durationUS);
     void CountErrorLocked(Direction direction);
     void WarnOfThreshold(const AccessMethodFile& file, std::uint64_t milliseconds);
     void NoteFileCache(const FileCacheReport& report);

@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <mutex>
-
 #include "CoreClasses/COutputMgr.h"
 #include "CoreClasses/FileReadWriteWorker.h"
 #include "CoreClasses/FileReadWriteWorkerFields.h"
@@ -8,6 +5,9 @@
 #include "Platform/Clock.h"
 #include "Platform/TransferBuffer.h"
 #include "SupportingClasses/CTime.h"
+
+#include <algorithm>
+#include <mutex>
 
 // The one phase loop of every access method and both directions. Where threads took turns, a transfer loop had to yield
 // to the display every now and then; these threads run side by side, so it only paces, transfers and counts.
@@ -82,9 +82,9 @@ void FileReadWriteWorker::RunPasses(PhaseRun& phase, AccessMethodFile& file) {
 void FileReadWriteWorker::FailWithoutBuffer(Direction direction) {
     CountError(direction);
     if (m_outputMgr != nullptr) {
-        m_outputMgr->Write(kOutError, outLevelSecondary, "Error: no memory for a transfer buffer of %lu bytes, reader %d %s\r",
-                           static_cast<unsigned long>(m_transferBytes), m_readerNumber,
-                           CTime::GetCurrentDateTime().CStr());
+        m_outputMgr->Write(
+            kOutError, outLevelSecondary, "Error: no memory for a transfer buffer of %lu bytes, reader %d %s\r",
+            static_cast<unsigned long>(m_transferBytes), m_readerNumber, CTime::GetCurrentDateTime().CStr());
     }
 }
 
@@ -210,8 +210,8 @@ bool FileReadWriteWorker::CountTimeLocked(std::uint64_t milliseconds) {
     return isOverThreshold;
 }
 
-/// Answers whether a completed transfer was counted: at its cap, a counter only marks its overflow, and reading then stops
-/// counting bytes as well, so that the rate which the log shows is one of counted transfers.
+/// Answers whether a completed transfer was counted: at its cap, a counter only marks its overflow, and reading then
+/// stops counting bytes as well, so that the rate which the log shows is one of counted transfers.
 bool FileReadWriteWorker::CountOutcomeLocked(Direction direction, const TransferOutcome& outcome,
                                              std::uint64_t durationUS) {
     if (outcome.kind == TransferOutcome::Kind::EndOfFile) {

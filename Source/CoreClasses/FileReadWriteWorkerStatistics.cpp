@@ -1,11 +1,11 @@
-#include <algorithm>
-#include <array>
-#include <memory>
-
 #include "CoreClasses/FileReadWriteWorker.h"
 #include "CoreClasses/FileReadWriteWorkerFields.h"
 #include "Platform/Clock.h"
 #include "SupportingClasses/CTime.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
 
 // What a test measures: phases and fragments, rates, peaks, and the table of the slowest transfers.
 

@@ -1,9 +1,9 @@
 #include "CoreClasses/IOTestParameterCollectionMgr.h"
 
+#include "CoreClasses/IOTestParameters.h"
+
 #include <array>
 #include <memory>
-
-#include "CoreClasses/IOTestParameters.h"
 
 namespace {
 

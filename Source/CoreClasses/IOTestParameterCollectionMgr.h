@@ -4,7 +4,8 @@
 
 class IOTestParameters;
 
-/// The seventeen standard tests, in the order of their ids: the id is the index. Built once and never changed. Main thread only.
+/// The seventeen standard tests, in the order of their ids: the id is the index. Built once and never changed. Main
+/// thread only.
 class IOTestParameterCollectionMgr {
 public:
     /// Builds the table; registers itself as the process-wide collection if none is registered.

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstdint>
-
 #include "SupportingClasses/CString.h"
 #include "SupportingClasses/IOTesterConsts.h"
+
+#include <cstdint>
 
 class COutputMgr;
 
@@ -21,8 +21,8 @@ enum ReadWriteMethod : std::int32_t { kWritesThenReads = 0, kWritesOnly = 1, kRe
 /// One test's settings. A plain value; each thread works on a copy of its own.
 class IOTestParameters {
 public:
-    /// Every field at its default and the default test path, which the first default construction of the process settles
-    /// (main thread only).
+    /// Every field at its default and the default test path, which the first default construction of the process
+    /// settles (main thread only).
     IOTestParameters();
     IOTestParameters(const IOTestParameters& other);
     IOTestParameters& operator=(const IOTestParameters& other);

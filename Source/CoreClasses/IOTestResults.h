@@ -1,14 +1,14 @@
 #pragma once
 
-#include <cstdint>
-
 #include "CoreClasses/IOTestParameters.h"
+
+#include <cstdint>
 
 /// Values of `IOTestResults::m_phase`.
 enum TestPhase : std::int32_t { kPhaseNone = 0, kPhaseRead = 1, kPhaseWrite = 2 };
 
-/// What a test has measured so far, as a worker hands it out. Rates are in KB/s (1 KB = 1024 bytes) and change only when
-/// a phase begins or a fragment of at least five seconds ends; counters stop at `kCounterCap`.
+/// What a test has measured so far, as a worker hands it out. Rates are in KB/s (1 KB = 1024 bytes) and change only
+/// when a phase begins or a fragment of at least five seconds ends; counters stop at `kCounterCap`.
 class IOTestResults {
 public:
     IOTestResults() = default;
@@ -20,9 +20,10 @@ public:
     void ClearResults();
     IOTestResults& InitResults();
 
-    std::uint32_t m_writePeakMS = 0;  ///< slowest transfer between the last two updates, if the later was in a write phase
-    std::uint32_t m_readPeakMS = 0;   ///< the same for a read phase
-    bool m_isValid = true;            ///< a cleared record or a fresh copy from the worker
+    std::uint32_t m_writePeakMS =
+        0;  ///< slowest transfer between the last two updates, if the later was in a write phase
+    std::uint32_t m_readPeakMS = 0;  ///< the same for a read phase
+    bool m_isValid = true;           ///< a cleared record or a fresh copy from the worker
     std::int32_t m_phase = kPhaseNone;
     bool m_readsStarted = false;
     bool m_writesStarted = false;

@@ -1,9 +1,9 @@
 #include "CoreClasses/IOTestSelector.h"
 
+#include "ThreadClasses/CTestSelectorThread.h"
+
 #include <memory>
 #include <system_error>
-
-#include "ThreadClasses/CTestSelectorThread.h"
 
 void IOTestSelector::BeginTestSelection(const IOTestParameters& parameters) {
     if (parameters.m_fileAccessMethod != kAccessAutomatic) {

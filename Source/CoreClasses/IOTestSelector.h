@@ -1,12 +1,12 @@
 #pragma once
 
+#include "CoreClasses/IOTestParameters.h"
+
 #include <atomic>
 #include <cstdint>
 
-#include "CoreClasses/IOTestParameters.h"
-
-/// Turns a test's access method into a concrete one: an explicit choice at once, the automatic choice on a thread of its own.
-/// The owner polls `IsDone` and deletes the selector only once it is true (or was never begun).
+/// Turns a test's access method into a concrete one: an explicit choice at once, the automatic choice on a thread of
+/// its own. The owner polls `IsDone` and deletes the selector only once it is true (or was never begun).
 class IOTestSelector {
 public:
     IOTestSelector() = default;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <atomic>
-
 #include "CoreClasses/CFileList.h"
 #include "CoreClasses/IOTestParameters.h"
 #include "CoreClasses/IOTestResults.h"
+
+#include <atomic>
 
 class COutputMgr;
 
@@ -12,10 +12,10 @@ class COutputMgr;
 ///
 ///     created --StartWorker true--> started --the thread begins--> running --the thread ends--> done
 ///
-/// Its owner calls, in this order: `SetTestParameters`, `SetOutputMgr`, `StartWorker`; then `GetTestResults` and `IsDone`
-/// again and again, and `SetStop` whenever it likes; it deletes the worker once `IsDone` is true (or `StartWorker` was
-/// false). Setting the done flag is the thread's last touch of the worker. Nothing here blocks the owner, however long a
-/// transfer hangs.
+/// Its owner calls, in this order: `SetTestParameters`, `SetOutputMgr`, `StartWorker`; then `GetTestResults` and
+/// `IsDone` again and again, and `SetStop` whenever it likes; it deletes the worker once `IsDone` is true (or
+/// `StartWorker` was false). Setting the done flag is the thread's last touch of the worker. Nothing here blocks the
+/// owner, however long a transfer hangs.
 class IOTestWorker {
 public:
     IOTestWorker() = default;
@@ -26,7 +26,8 @@ public:
     /// Starts the test. False when there is nothing to start with, an unusable method or no thread to be had.
     [[nodiscard]] virtual bool StartWorker() = 0;
 
-    /// Copies the results so far into `out`, marked valid, and returns `out`. From any thread; does not wait for a transfer.
+    /// Copies the results so far into `out`, marked valid, and returns `out`. From any thread; does not wait for a
+    /// transfer.
     virtual IOTestResults& GetTestResults(IOTestResults& out) = 0;
 
     [[nodiscard]] bool IsDone() const { return m_done.load(std::memory_order_acquire); }

@@ -1,16 +1,16 @@
 #include "CoreClasses/MACWorker.h"
 
-#include <algorithm>
-#include <cerrno>
-
-#include <fcntl.h>
-
 #include "CoreClasses/COutputMgr.h"
 #include "Platform/ColonPath.h"
 #include "Platform/FileSystem.h"
 #include "Platform/TransferBuffer.h"
 #include "Platform/UncachedFile.h"
 #include "SupportingClasses/CTime.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include <fcntl.h>
 
 namespace {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "CoreClasses/ScratchFileWorker.h"
+
 #include <optional>
 #include <string>
-
-#include "CoreClasses/ScratchFileWorker.h"
 
 /// The access method that automatic selection chooses: plain descriptors, round the file cache unless the test wants it
 /// otherwise. A write phase overwrites its file in place and stops at the volume's free space; the sample file is

@@ -1,13 +1,13 @@
 #include "CoreClasses/PosixFileWorker.h"
 
-#include <array>
-#include <cstdio>
-
 #include "CoreClasses/COutputMgr.h"
 #include "Platform/CStream.h"
 #include "Platform/ColonPath.h"
 #include "Platform/FileSystem.h"
 #include "SupportingClasses/CTime.h"
+
+#include <array>
+#include <cstdio>
 
 namespace {
 

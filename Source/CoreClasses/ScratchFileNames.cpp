@@ -1,11 +1,11 @@
 #include "CoreClasses/ScratchFileNames.h"
 
-#include <cerrno>
-#include <optional>
-
 #include "CoreClasses/IOTestParameters.h"
 #include "Platform/FileSystem.h"
 #include "Platform/Volumes.h"
+
+#include <cerrno>
+#include <optional>
 
 namespace {
 

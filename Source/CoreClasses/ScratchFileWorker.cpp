@@ -1,12 +1,12 @@
 #include "CoreClasses/ScratchFileWorker.h"
 
-#include <algorithm>
-
 #include "CoreClasses/COutputMgr.h"
 #include "Framework/Base/LThread.h"
 #include "Platform/Clock.h"
 #include "Platform/ColonPath.h"
 #include "SupportingClasses/CTime.h"
+
+#include <algorithm>
 
 namespace {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <string>
-
 #include "CoreClasses/FileReadWriteWorker.h"
 #include "CoreClasses/ScratchFileNames.h"
+
+#include <string>
 
 /// What the access methods with real files share: scratch names and the course of preparing a file to read.
 class ScratchFileWorker : public FileReadWriteWorker {
@@ -22,8 +22,8 @@ protected:
     /// Makes the sample file `name` at its full size and returns non-zero, or counts and logs why not and returns 0.
     virtual int MakeSampleFile(const CString& name) = 0;
 
-    /// Fills a sample file block by block: calls `writeBlock(offset)` for `first`, `first` + `step`... below `size` until a
-    /// stop is asked for, and reports at each yield interval.
+    /// Fills a sample file block by block: calls `writeBlock(offset)` for `first`, `first` + `step`... below `size`
+    /// until a stop is asked for, and reports at each yield interval.
     template <typename WriteBlock>
     void WriteBlocks(std::uint64_t first, std::uint64_t step, std::uint64_t size, WriteBlock writeBlock);
 

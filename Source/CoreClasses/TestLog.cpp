@@ -1,16 +1,17 @@
 #include "CoreClasses/TestLog.h"
 
-#include <array>
-#include <cstdio>
-#include <string>
-
 #include "CoreClasses/COutputMgr.h"
 #include "CoreClasses/IOTestResults.h"
 #include "SupportingClasses/CTime.h"
 
+#include <array>
+#include <cstdio>
+#include <string>
+
 namespace {
 
-/// The four fields of one direction: transfers, average and recent rate, slowest transfer; "n/a" where it does not apply.
+/// The four fields of one direction: transfers, average and recent rate, slowest transfer; "n/a" where it does not
+/// apply.
 std::string Fields(char direction, bool applies, std::uint32_t completed, std::uint32_t averageKBPS,
                    std::uint32_t recentKBPS, std::uint32_t peakMS) {
     if (!applies) {
@@ -37,14 +38,14 @@ void TestLog::Selected(COutputMgr& output, const char* methodName) {
 }
 
 void TestLog::CouldNotStart(COutputMgr& output) {
-    output.Write(kOutError, outLevelSecondary,
-                 "Could not start test.  The path may be invalid or the file access method may be incorrectly set.  %s\r",
-                 CTime::GetCurrentDateTime().CStr());
+    output.Write(
+        kOutError, outLevelSecondary,
+        "Could not start test.  The path may be invalid or the file access method may be incorrectly set.  %s\r",
+        CTime::GetCurrentDateTime().CStr());
 }
 
 void TestLog::CouldNotSelect(COutputMgr& output) {
-    output.Write(kOutError, outLevelSecondary,
-                 "Could not select an appropriate test object and access method... %s\r",
+    output.Write(kOutError, outLevelSecondary, "Could not select an appropriate test object and access method... %s\r",
                  CTime::GetCurrentDateTime().CStr());
 }
 

@@ -13,7 +13,8 @@ void CouldNotStart(COutputMgr& output);
 void CouldNotSelect(COutputMgr& output);
 void Stopped(COutputMgr& output);
 
-/// One measurement line, to the output log only; its form depends on which phases have begun. Rates in KB/s, times in ms.
+/// One measurement line, to the output log only; its form depends on which phases have begun. Rates in KB/s, times in
+/// ms.
 void Measurement(COutputMgr& output, const IOTestResults& results);
 
 }  // namespace TestLog

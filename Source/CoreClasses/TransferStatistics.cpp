@@ -1,13 +1,13 @@
 #include "CoreClasses/TransferStatistics.h"
 
+#include "SupportingClasses/IOTesterConsts.h"
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
 
-#include "SupportingClasses/IOTesterConsts.h"
-
-// Bucket layout: times below 128 us have a bucket each. A time of 2^e to 2^(e+1) - 1 us, e >= 7, lies in block e - 6 of 128
-// buckets; the seven bits below its highest one choose the bucket.
+// Bucket layout: times below 128 us have a bucket each. A time of 2^e to 2^(e+1) - 1 us, e >= 7, lies in block e - 6 of
+// 128 buckets; the seven bits below its highest one choose the bucket.
 
 std::size_t TransferTimeHistogram::BucketOf(std::uint64_t microseconds) {
     if (microseconds < kSubBuckets) {

@@ -10,6 +10,6 @@ struct SelectedWorker {
     const char* methodName = "";
 };
 
-/// Makes the worker of a `FileAccessMethod` other than the automatic one. Main thread only: a worker's records take the default
-/// test path.
+/// Makes the worker of a `FileAccessMethod` other than the automatic one. Main thread only: a worker's records take the
+/// default test path.
 [[nodiscard]] SelectedWorker MakeWorker(int fileAccessMethod);

@@ -1,8 +1,8 @@
 #include "Platform/CStream.h"
 
-#include <cerrno>
-
 #include "Platform/FileSystem.h"
+
+#include <cerrno>
 
 bool CStream::Open(const std::string& nativePath, const std::string& mode, Buffering buffering) {
     m_file.reset();

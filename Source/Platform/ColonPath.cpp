@@ -1,9 +1,9 @@
 #include "Platform/ColonPath.h"
 
+#include "Platform/Volumes.h"
+
 #include <filesystem>
 #include <system_error>
-
-#include "Platform/Volumes.h"
 
 namespace {
 

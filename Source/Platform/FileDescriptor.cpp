@@ -10,8 +10,7 @@ FileDescriptor::~FileDescriptor() {
     Close();
 }
 
-FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept
-    : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
+FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
 
 FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
     if (this != &other) {

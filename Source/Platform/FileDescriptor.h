@@ -22,8 +22,8 @@ public:
     FileDescriptor(const FileDescriptor&) = delete;
     FileDescriptor& operator=(const FileDescriptor&) = delete;
 
-    /// Opens `nativePath` with the system's `flags` and permission bits; closes what was open. Answers 0 or the system's error
-    /// number.
+    /// Opens `nativePath` with the system's `flags` and permission bits; closes what was open. Answers 0 or the
+    /// system's error number.
     [[nodiscard]] int Open(const std::string& nativePath, int flags, mode_t permissions = 0);
 
     [[nodiscard]] bool IsOpen() const { return m_descriptor >= 0; }

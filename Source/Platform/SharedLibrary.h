@@ -12,8 +12,8 @@ public:
     SharedLibrary(const SharedLibrary&) = delete;
     SharedLibrary& operator=(const SharedLibrary&) = delete;
 
-    /// Loads the library at an absolute native path with all its references resolved; an object that is not loaded when that
-    /// fails. The library's own start-up code runs.
+    /// Loads the library at an absolute native path with all its references resolved; an object that is not loaded when
+    /// that fails. The library's own start-up code runs.
     [[nodiscard]] static SharedLibrary Load(const std::string& nativePath);
 
     [[nodiscard]] bool IsLoaded() const { return m_handle != nullptr; }

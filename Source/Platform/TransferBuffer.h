@@ -16,11 +16,12 @@ public:
     [[nodiscard]] std::byte* Data() const { return m_data.get(); }
     [[nodiscard]] std::size_t Size() const { return m_size; }
 
-    /// Sets every byte of the buffer. Setting them also makes the system supply the memory now and not in a timed transfer.
+    /// Sets every byte of the buffer. Setting them also makes the system supply the memory now and not in a timed
+    /// transfer.
     void Fill(std::byte value);
 
-    /// Sets the buffer to bytes that neither compress nor repeat, so that storage which compresses or shares equal blocks does
-    /// not look faster than it is.
+    /// Sets the buffer to bytes that neither compress nor repeat, so that storage which compresses or shares equal
+    /// blocks does not look faster than it is.
     void FillWithNoise();
 
 private:

@@ -1,5 +1,8 @@
 #include "Platform/UncachedFile.h"
 
+#include "Platform/FileSystem.h"
+#include "Platform/TransferBuffer.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <fstream>
@@ -11,9 +14,6 @@
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
-
-#include "Platform/FileSystem.h"
-#include "Platform/TransferBuffer.h"
 
 namespace {
 
@@ -33,8 +33,8 @@ std::uint32_t LogicalBlockSize(int descriptor) {
     if (::fstat(descriptor, &status) != 0) {
         return kUsualBlock;
     }
-    const std::string device = "/sys/dev/block/" + std::to_string(major(status.st_dev)) + ':' +
-                               std::to_string(minor(status.st_dev));
+    const std::string device =
+        "/sys/dev/block/" + std::to_string(major(status.st_dev)) + ':' + std::to_string(minor(status.st_dev));
     for (const char* queue : {"/queue", "/../queue"}) {  // the second for a partition
         std::ifstream file(device + queue + "/logical_block_size");
         if (std::uint32_t size = 0; file >> size && size > 0) {

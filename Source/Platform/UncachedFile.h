@@ -1,17 +1,17 @@
 #pragma once
 
+#include "Platform/FileDescriptor.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
-#include "Platform/FileDescriptor.h"
-
 /// How the transfers of a test met the system's file cache. In the order of growing independence of it.
 enum class FileCacheMode {
-    Unknown,           ///< nothing has been transferred yet, or nothing is transferred at all
-    Cached,            ///< through the file cache
-    DroppedAfterUse,   ///< through the file cache, whose pages of the file are given up before and after use
-    Bypassed           ///< between the program's buffer and the storage
+    Unknown,          ///< nothing has been transferred yet, or nothing is transferred at all
+    Cached,           ///< through the file cache
+    DroppedAfterUse,  ///< through the file cache, whose pages of the file are given up before and after use
+    Bypassed          ///< between the program's buffer and the storage
 };
 
 /// What was found out about a file's transfers and the file cache.
@@ -26,8 +26,8 @@ struct FileCacheReport {
 
 /// A file for sequential transfers that goes round the file cache where the system lets it.
 ///
-/// Going round is O_DIRECT, switched on the open descriptor. It asks for buffers, sizes and offsets that are multiples of a
-/// block. A transfer size that is none, and a file system that refuses the switch or the first transfer, make the
+/// Going round is O_DIRECT, switched on the open descriptor. It asks for buffers, sizes and offsets that are multiples
+/// of a block. A transfer size that is none, and a file system that refuses the switch or the first transfer, make the
 /// whole file fall back to cached transfers that are dropped from the cache at its opening and closing. A single
 /// transfer that does not fit (the odd last piece of a file) goes through the cache by itself.
 class UncachedFile {
@@ -55,8 +55,8 @@ public:
     /// Answers 0 or the system's error number.
     int Close(Flush flush);
 
-    /// What was wished for and granted so far; after `Close`, what was found in force by looking at which of the file's pages
-    /// the cache held. A file that lives in the cache is `Cached` whatever its file system granted.
+    /// What was wished for and granted so far; after `Close`, what was found in force by looking at which of the file's
+    /// pages the cache held. A file that lives in the cache is `Cached` whatever its file system granted.
     [[nodiscard]] const FileCacheReport& Report() const { return m_report; }
 
 private:

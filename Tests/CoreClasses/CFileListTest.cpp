@@ -41,6 +41,8 @@ TEST(CFileListTest, HandsOutNamesInRotationAndTakesThemOutFromTheEnd) {
     EXPECT_THAT(RemoveAll(list), ElementsAre("B", "B", "A"));
     list.AddFile("D");
     EXPECT_THAT(Next(list, 2), ElementsAre("D", "D")) << "the rotation stood behind the one name that there is now";
+    list.AddFile("E");
+    EXPECT_THAT(Next(list, 2), ElementsAre("E", "D"));
 }
 
 TEST(CFileListTest, ReadsNamesFromATextFile) {

@@ -1,13 +1,13 @@
 #include "CoreClasses/FileReadWriteWorker.h"
 
 #include "CoreClasses/EngineTest.h"
-#include "CoreClasses/ScriptedWorker.h"
 #include "CoreClasses/WorkerFactory.h"
 #include "Framework/Base/LThread.h"
+#include "Platform/Clock.h"
 #include "Support/Sanitizers.h"
 
 #include <algorithm>
-#include <atomic>
+#include <array>
 #include <latch>
 #include <thread>
 #include <tuple>
@@ -22,6 +22,77 @@ namespace {
 constexpr std::uint32_t kCap = 0x7FFF'FFFF;
 constexpr std::uint64_t kMS = 1000;
 constexpr std::uint64_t kSecond = 1'000'000;
+
+/// A worker whose transfers a test makes itself. Its phases run on whatever thread calls them.
+class ScriptedWorker final : public FileReadWriteWorker {
+public:
+    ScriptedWorker() {
+        m_readFileList = &m_fileList;
+        m_transferBytes = kBytesPerMB;
+        m_writePhaseSeconds = m_readPhaseSeconds = 60;
+    }
+
+    /// A completed transfer that takes so long in the clock's time.
+    static TransferOutcome Take(std::uint64_t microseconds, std::size_t size) {
+        Clock::Current().SleepUntil(Clock::Current().Microseconds() + microseconds);
+        return {.counted = size, .advance = size};
+    }
+
+    int WritePhase(FileReadWriteWorker* /*worker*/) override { return Phase(Direction::Write, 'W'); }
+    int ReadPhase(FileReadWriteWorker* /*worker*/) override { return Phase(Direction::Read, 'R'); }
+    int PrepareForReadPhase(FileReadWriteWorker* /*worker*/) override {
+        m_calls += 'P';
+        return m_canRead ? 1 : 0;
+    }
+    int VCleanupFiles() override {
+        m_calls += 'C';
+        return FileReadWriteWorker::VCleanupFiles();
+    }
+    bool PrepareWorker() override { return m_canStart; }
+    bool CleanupWorker() override { return true; }
+
+    using FileReadWriteWorker::m_minTransfersPerFragment;
+    using FileReadWriteWorker::m_results;
+    using FileReadWriteWorker::m_transferBytes;
+    using FileReadWriteWorker::m_transferDelayMS;
+    using FileReadWriteWorker::m_writePhaseSeconds;
+
+    /// Makes one transfer: may sleep, hang, look at the worker. Answers how it is to be judged.
+    std::function<TransferOutcome(std::size_t size)> m_transfer = [](std::size_t size) {
+        return Take(1'000'000, size);
+    };
+    bool m_canStart = true;
+    bool m_canRead = true;
+    std::string m_calls;  ///< of the phase operations: W, R, P(repare), C(lean up)
+
+private:
+    class File final : public AccessMethodFile {
+    public:
+        File(Direction direction, ScriptedWorker& worker)
+            : AccessMethodFile(direction, worker.Output(), worker.ReaderNumber()), m_worker(worker) {}
+
+        void PrepareBuffer(TransferBuffer& /*buffer*/) override {}
+        [[nodiscard]] bool Open(const CString& /*name*/) override { return true; }
+        [[nodiscard]] std::uint64_t Limit() const override { return kNoLimit; }
+        void Transfer(std::byte* /*buffer*/, std::size_t size) override { m_outcome = m_worker.m_transfer(size); }
+        [[nodiscard]] TransferOutcome Judge() const override { return m_outcome; }
+        void Close() override {}
+
+    private:
+        ScriptedWorker& m_worker;
+        TransferOutcome m_outcome;
+    };
+
+    int Phase(Direction direction, char call) {
+        m_calls += call;
+        File file(direction, *this);
+        return RunPhase(direction, file);
+    }
+    [[nodiscard]] bool NewFileName(CString& name) override {
+        name = "scripted";
+        return true;
+    }
+};
 
 /// For tests on the worker's thread.
 class FileReadWriteWorkerTest : public EngineTest {
@@ -116,17 +187,10 @@ TEST_F(FileReadWriteWorkerTest, ABufferThatCannotBeHadIsOneErrorAndEndsThePhase)
     ASSERT_EQ(::setrlimit(RLIMIT_AS, &before), 0);
     const std::string line = "Error: no memory for a transfer buffer of 4294966272 bytes, reader 0 " + At(0);
     EXPECT_THAT(m_errors, ElementsAre(line, line));
-    EXPECT_EQ(m_results.m_writeErrors, 1U);
-    EXPECT_EQ(m_results.m_readErrors, 1U);
+    EXPECT_THAT(Counts(), ElementsAre(0, 0, 1, 1));
 }
 
 TEST_F(FileReadWriteWorkerTest, SlowTransfersAreWarnedOfUpToTheMaximumOfBothDirections) {
-    const auto lines = [this](const std::string& word) {
-        const std::string over = "WARNING: " + word + " Over Threshold reader 0 MS=";
-        const std::string maximum = "WARNING: Maximum number of " + std::string(word == "Write" ? "write" : "read") +
-                                    " threshold warnings reached on reader 0 at time ";
-        return std::pair{over, maximum};
-    };
     m_parameters.m_transferRateKBps = kUnlimitedRate;
     for (const int warnMax : {-1, 1, 3, 0}) {
         auto worker = Scripted();
@@ -137,17 +201,15 @@ TEST_F(FileReadWriteWorkerTest, SlowTransfersAreWarnedOfUpToTheMaximumOfBothDire
             return ScriptedWorker::Take(durations.at(next++) * kMS, size);
         };
         Run(std::move(worker));
-        const auto [write, writeMaximum] = lines("Write");
-        const auto [read, readMaximum] = lines("Read");
-        std::vector<std::string> expected{write + "15000 at time " + At(15), write + "14501 at time " + At(44),
-                                          read + "30000 at time " + At(74)};
-        if (warnMax != -1) {
-            expected.resize(static_cast<std::size_t>(warnMax));
-        }
+        std::vector<std::string> lines{"WARNING: Write Over Threshold reader 0 MS=15000 at time " + At(15),
+                                       "WARNING: Write Over Threshold reader 0 MS=14501 at time " + At(44),
+                                       "WARNING: Read Over Threshold reader 0 MS=30000 at time " + At(74)};
+        lines.resize(warnMax == -1 ? 3 : static_cast<std::size_t>(warnMax));
         if (warnMax > 0) {
-            expected.push_back(warnMax == 1 ? writeMaximum + At(15) : readMaximum + At(74));
+            lines.push_back(std::string("WARNING: Maximum number of ") + (warnMax == 1 ? "write" : "read") +
+                            " threshold warnings reached on reader 0 at time " + At(warnMax == 1 ? 15 : 74));
         }
-        EXPECT_EQ(m_errors, expected) << warnMax;
+        EXPECT_EQ(m_errors, lines) << warnMax;
         EXPECT_EQ(m_worker->GetReadsOverThreshold(), 3);
     }
 }
@@ -280,38 +342,37 @@ TEST_F(WorkerStatisticsTest, RatesAreThoseOfWholeSecondsAndOfPhases) {
     EXPECT_EQ(m_results.m_readAvgKBPS, ((60U << 20) + 5119) / 15 / 1024);
 }
 
-TEST_F(WorkerStatisticsTest, CountersStopAtTheirCapAndSumsOfTimesWrap) {
+TEST_F(WorkerStatisticsTest, CountersStopAtTheirCap) {
     m_results.m_writesCompleted = m_results.m_readsCompleted = m_results.m_writeErrors = kCap - 1;
-    const auto readOnce = [this] {
-        m_worker.m_transfer = [](std::size_t size) { return ScriptedWorker::Take(60 * kSecond, size); };
+    m_worker.m_transfer = [](std::size_t size) { return ScriptedWorker::Take(60 * kSecond, size); };
+    for (const bool overflows : {false, true}) {  // one transfer each
         m_worker.ReadPhase(&m_worker);
-    };
-    readOnce();
-    EXPECT_EQ(m_results.m_readsCompleted, kCap);
-    EXPECT_FALSE(m_results.m_readCountOverflow);
-    readOnce();
-    EXPECT_EQ(m_results.m_readsCompleted, kCap);
-    EXPECT_TRUE(m_results.m_readCountOverflow);
+        m_worker.WritePhase(&m_worker);
+        EXPECT_EQ(m_results.m_readsCompleted, kCap);
+        EXPECT_EQ(m_results.m_writesCompleted, kCap);
+        EXPECT_EQ(m_results.m_readCountOverflow, overflows);
+        EXPECT_EQ(m_results.m_writeCountOverflow, overflows);
+    }
     EXPECT_EQ(m_results.m_bytesRead, 1U << 20) << "reading counts no bytes at the cap";
-
-    m_worker.m_writePhaseSeconds = 1;
-    m_worker.m_transfer = [](std::size_t /*size*/) {
-        Clock::Current().SleepMilliseconds(500);
-        return TransferOutcome{.kind = TransferOutcome::Kind::Failed};
+    EXPECT_EQ(m_results.m_bytesWritten, 2U << 20);
+    m_worker.m_transfer = [](std::size_t size) {
+        TransferOutcome outcome = ScriptedWorker::Take(40 * kSecond, size);
+        outcome.kind = TransferOutcome::Kind::Failed;
+        return outcome;
     };
     m_worker.WritePhase(&m_worker);
     EXPECT_EQ(m_results.m_writeErrors, kCap);
     EXPECT_EQ(m_worker.GetTransferStatistics(Direction::Write).errors, 2U);
+}
 
-    const std::uint32_t sum = m_worker.TotMSUsedByReadsPerHPC();
+TEST_F(WorkerStatisticsTest, SumsOfTimesWrapAt32Bits) {
     m_worker.m_writePhaseSeconds = kCap;
-    Write({0x1'0000'0005 * kMS, 999, 0});
-    EXPECT_EQ(m_worker.TotMSUsedByReadsPerHPC(), sum + 5);
-    EXPECT_EQ(m_worker.TotTicksUsedByReads(), sum + 5);
+    Write({0x1'0000'0005 * kMS, 999, 7 * kMS});
+    EXPECT_EQ(m_worker.TotMSUsedByReadsPerHPC(), 12U);
+    EXPECT_EQ(m_worker.TotTicksUsedByReads(), 12U);
+    EXPECT_EQ(m_worker.TickCountMaxRead(), 7U);
+    EXPECT_EQ(m_worker.GetReadsOverThreshold(), 2) << "less than a millisecond is not over 0";
     EXPECT_EQ(Record(0).m_time, 0x1'0000'0005U);
-    EXPECT_EQ(m_results.m_writesCompleted, kCap);
-    EXPECT_TRUE(m_results.m_writeCountOverflow);
-    EXPECT_EQ(m_results.m_bytesWritten, 3U << 20) << "writing does";
 }
 
 TEST_F(WorkerStatisticsTest, TheTableOfTheSlowestTransfersKeepsTheFirstOfEqualTimes) {

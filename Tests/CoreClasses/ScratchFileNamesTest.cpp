@@ -15,6 +15,7 @@ TEST(ScratchFileNamesTest, TestsInOneFolderNeverGetTheSameName) {
     const CString colonFolder((folder.Colon() + ':').c_str());
     std::array<std::set<std::string>, 4> taken;
     std::vector<std::thread> threads;
+    threads.reserve(taken.size());
     for (auto& names : taken) {
         threads.emplace_back([&] {
             CString name;

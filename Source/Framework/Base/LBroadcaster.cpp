@@ -1,8 +1,8 @@
 #include "Framework/Base/LBroadcaster.h"
 
-#include <algorithm>
-
 #include "Framework/Base/LListener.h"
+
+#include <algorithm>
 
 LBroadcaster::~LBroadcaster() {
     for (LListener* listener : m_listeners) {

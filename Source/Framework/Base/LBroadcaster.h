@@ -9,8 +9,8 @@ using MessageT = std::int32_t;
 
 /// Sends numbered messages to its listeners, in the order in which they were added. Main thread only.
 ///
-/// Either side may go first: a broadcaster that goes leaves its listeners' lists, and the other way round. A listener may add or
-/// remove listeners, itself included, while it is being told something.
+/// Either side may go first: a broadcaster that goes leaves its listeners' lists, and the other way round. A listener
+/// may add or remove listeners, itself included, while it is being told something.
 class LBroadcaster {
 public:
     LBroadcaster() = default;

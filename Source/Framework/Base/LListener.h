@@ -1,8 +1,8 @@
 #pragma once
 
-#include <vector>
-
 #include "Framework/Base/LBroadcaster.h"
+
+#include <vector>
 
 /// Is told the messages of the broadcasters that it was added to. Main thread only.
 class LListener {

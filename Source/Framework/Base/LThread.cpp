@@ -1,5 +1,7 @@
 #include "Framework/Base/LThread.h"
 
+#include "Platform/Clock.h"
+
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
@@ -7,8 +9,6 @@
 #include <utility>
 
 #include <pthread.h>
-
-#include "Platform/Clock.h"
 
 namespace {
 
@@ -59,7 +59,8 @@ public:
     std::vector<std::string> WaitAndJoin(std::chrono::milliseconds wait) {
         {
             std::unique_lock lock(m_mutex);
-            m_oneFinished.wait_for(lock, wait, [this] { return std::all_of(m_threads.begin(), m_threads.end(), IsFinished); });
+            m_oneFinished.wait_for(lock, wait,
+                                   [this] { return std::all_of(m_threads.begin(), m_threads.end(), IsFinished); });
         }
         JoinFinished();
         std::vector<std::string> running;

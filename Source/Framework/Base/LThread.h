@@ -17,7 +17,8 @@ class LThread {
 public:
     virtual ~LThread() = default;
 
-    /// The thread's body; called on the new thread. Its result is for callers of the body itself, the framework ignores it.
+    /// The thread's body; called on the new thread. Its result is for callers of the body itself, the framework ignores
+    /// it.
     virtual void* Run() = 0;
 
     LThread(const LThread&) = delete;
@@ -30,12 +31,12 @@ public:
     /// Blocks the calling thread for `ms` milliseconds of the clock in force.
     static void Sleep(std::uint32_t ms);
 
-    /// Waits one tick of the application (1/60 s): enough for others to get on, and a bound of sixty attempts a second for
-    /// work that fails at once.
+    /// Waits one tick of the application (1/60 s): enough for others to get on, and a bound of sixty attempts a second
+    /// for work that fails at once.
     static void YieldOneTick();
 
-    /// Joins every thread whose body has returned. With `waitMS`, waits up to that long (real time) for the others. Answers the
-    /// names of those that still run: a transfer may hang in the system for as long as the storage does.
+    /// Joins every thread whose body has returned. With `waitMS`, waits up to that long (real time) for the others.
+    /// Answers the names of those that still run: a transfer may hang in the system for as long as the storage does.
     static std::vector<std::string> JoinFinished(std::uint32_t waitMS = 0);
 
 protected:

@@ -65,11 +65,10 @@ bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
 
 /// The id of the preset of that number or name.
 std::optional<std::int32_t> FindPreset(const std::string& text) {
-    const CPtrArray& presets = *IOTestParameterCollectionMgr::GetSingleton()->GetList();
     const std::optional<std::int64_t> number = ParseNumber(text);
-    for (std::int32_t id = 0; id < presets.GetSize(); ++id) {
-        const auto* preset = static_cast<const IOTestParameters*>(presets.GetAt(id));
-        if (number == id || EqualsIgnoringCase(preset->m_testName.View(), text)) {
+    IOTestParameters preset;
+    for (int id = 0; IOTestParameterCollectionMgr::GetSingleton()->GetCopyOfStandardParametersByID(id, preset); ++id) {
+        if (number == id || EqualsIgnoringCase(preset.m_testName.View(), text)) {
             return id;
         }
     }
@@ -369,7 +368,7 @@ void Reader::ReadReports() {
     options.plan.outputLog = ReadFile(m_syntax.outputLog);
     options.plan.errorLog = ReadFile(m_syntax.errorLog);
     if (const std::optional<std::string> value = ValueOf(m_syntax.json)) {
-        options.jsonToStandardOutput = *value == "-";
+        options.jsonToStandardOutput = *value == "-" || *value == "/dev/stdout";
         if (!options.jsonToStandardOutput) {
             options.json = ResolveTypedPath(*value);
         }

@@ -129,8 +129,13 @@ void HeadlessProgram::Report(const TestReport& report) {
     }
     if (m_options.jsonToStandardOutput) {
         Print(JsonText(report));
+    }
+    if (report.state == TestReport::State::NotStarted) {
+        return;
+    }
+    if (m_options.jsonToStandardOutput) {
         m_console.err << SummaryText(report, m_console.errHasColour) << std::flush;
-    } else if (report.state != TestReport::State::NotStarted) {
+    } else {
         Print(SummaryText(report, m_console.outHasColour));
     }
 }

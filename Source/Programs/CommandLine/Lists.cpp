@@ -22,9 +22,8 @@ std::string RateText(std::uint32_t rateKBps) {
 void ListPresets(std::ostream& out) {
     out << TextFormat::Print("%2s  %-40s %-7s %11s %10s %9s\n", "ID", "Name", "Mode", "Transfer KB", "Rate KB/s",
                              "Limit MB");
-    const CPtrArray& presets = *IOTestParameterCollectionMgr::GetSingleton()->GetList();
-    for (int id = 0; id < presets.GetSize(); ++id) {
-        const auto& preset = *static_cast<const IOTestParameters*>(presets.GetAt(id));
+    IOTestParameters preset;
+    for (int id = 0; IOTestParameterCollectionMgr::GetSingleton()->GetCopyOfStandardParametersByID(id, preset); ++id) {
         out << TextFormat::Print("%2d  %-40s %-7s %11u %10s %9u\n", id, preset.m_testName.CStr(),
                                  ModeName(preset.m_readWriteMethod), preset.m_transferSizeKB,
                                  RateText(preset.m_transferRateKBps).c_str(), preset.m_maxFileSizeMB);

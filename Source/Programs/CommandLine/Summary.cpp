@@ -116,9 +116,6 @@ std::string DescribeTest(const TestPlan& plan) {
 
 std::string Headings(const TestReport& report) {
     std::string text = Heading("Test", DescribeTest(report.plan)) + Heading("Path", report.plan.PathText());
-    if (report.state == TestReport::State::NotStarted) {
-        return text;
-    }
     text += Heading("Method", report.methodName.empty() ? "-" : report.methodName);
     text += Heading("File cache", FileCacheText(report));
     text += Heading("Ran for", TextFormat::Duration(report.results.m_elapsedSeconds) +
@@ -184,9 +181,6 @@ std::string FileCacheText(const TestReport& report) {
 
 std::string SummaryText(const TestReport& report, bool hasColour) {
     std::string text = Headings(report);
-    if (report.state == TestReport::State::NotStarted) {
-        return text + Heading("Not started", report.error);
-    }
     Table table(report);
     AddResults(table);
     if (report.plan.PacingIntervalMS() > 0) {

@@ -163,10 +163,11 @@ void TestConductor::WaitForNextPass() {
     const std::uint64_t start = Clock::Current().Microseconds();
     // A process that was halted for a while does not make up for the passes that it missed.
     m_nextPassUS = std::max(m_nextPassUS + kPassUS, start);
-    for (std::uint64_t now = start; now < m_nextPassUS && !m_report.isAbandoned;
-         now = Clock::Current().Microseconds()) {
+    std::uint64_t now = start;
+    do {
         WaitForEvent(static_cast<std::uint32_t>((m_nextPassUS - now + 999) / 1000));
-    }
+        now = Clock::Current().Microseconds();
+    } while (now < m_nextPassUS && !m_report.isAbandoned);
 }
 
 void TestConductor::WaitForEvent(std::uint32_t ms) {

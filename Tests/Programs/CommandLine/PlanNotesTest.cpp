@@ -1,7 +1,5 @@
 #include "Programs/CommandLine/PlanNotes.h"
 
-#include "CoreClasses/IOTestParameterCollectionMgr.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -45,13 +43,5 @@ TEST(PlanNotesTest, SettingsThatComeOutDifferentlyAreTold) {
         } else {
             EXPECT_THAT(NotesOn(plan), ElementsAre(StartsWith(c.note))) << c.note;
         }
-    }
-}
-
-TEST(PlanNotesTest, ThePresetsNeedNoNote) {
-    for (int id = 0; id <= 16; ++id) {
-        TestPlan plan;
-        ASSERT_TRUE(IOTestParameterCollectionMgr::GetSingleton()->GetCopyOfStandardParametersByID(id, plan.parameters));
-        EXPECT_THAT(NotesOn(plan), IsEmpty()) << id;
     }
 }

@@ -7,9 +7,7 @@
 
 #include <sstream>
 
-using testing::EndsWith;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -103,14 +101,4 @@ TEST(StatusLineTest, TheLiveLineIsErasedBeforeOtherText) {
     display.Say("text");
     display.Clear();
     EXPECT_EQ(err.str(), "\r\033[K\033[31mWriting   0:40 left  4.00 MB/s, 1 error\033[0m\r\033[Kgaugeline-cli: text\n");
-}
-
-TEST(StatusLineTest, WithoutATerminalPlainLinesComeNowAndThen) {
-    std::ostringstream err;
-    const Console console{.out = err, .err = err};
-    ProgressDisplay display(console, ProgressDisplay::Progress::Shown);
-    for (std::uint32_t second = 1; second <= 60; ++second) {
-        display.Show(Writing(second));
-    }
-    EXPECT_EQ(err.str(), PlainStatusLine(Writing(1)) + '\n' + PlainStatusLine(Writing(31)) + '\n');
 }

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -71,6 +73,9 @@ deadlines, one transfer every 250 ms
 1 KB is 1024 bytes, 1 MB is 1024 KB.
 Verdict       short (writes 90.9 %, reads 0.0 % of 4096 KB/s), with 1 error
 )");
+    EXPECT_THAT(SummaryText(PacedReport(), true),
+                EndsWith("Verdict       \033[31mshort\033[0m (writes 90.9 %, reads 0.0 % of 4096 KB/s)"
+                         "\033[31m, with 1 error\033[0m\n"));
 }
 
 TEST(SummaryTest, AnUnpacedTestHasNoDeadlines) {
@@ -81,19 +86,11 @@ TEST(SummaryTest, AnUnpacedTestHasNoDeadlines) {
     report.overThreshold = 1;
     report.writes.errors = 0;
     report.fileCache = {.mode = FileCacheMode::Cached, .isVolatile = true, .refusal = nullptr};
-    const std::string text = SummaryText(report, true);
-    EXPECT_THAT(text, HasSubstr("writes of 1024 KB at an unlimited rate, 1 minute"));
-    EXPECT_THAT(text, HasSubstr("cached (volatile file system: its files are in memory only)\n"));
-    EXPECT_THAT(text, Not(HasSubstr("deadlines")));
-    EXPECT_THAT(text, Not(HasSubstr("reads")));
-    EXPECT_THAT(text, HasSubstr("\nover 100 ms                          1\n"));
-    EXPECT_THAT(text, HasSubstr("\nVerdict       unpaced\n"));
-}
-
-TEST(SummaryTest, OnlyTheVerdictAndErrorsAreColoured) {
-    EXPECT_THAT(SummaryText(PacedReport(), true),
-                HasSubstr("Verdict       \033[31mshort\033[0m (writes 90.9 %, reads 0.0 % of 4096 KB/s)"
-                          "\033[31m, with 1 error\033[0m\n"));
+    EXPECT_THAT(SummaryText(report, true),
+                AllOf(HasSubstr("writes of 1024 KB at an unlimited rate, 1 minute"),
+                      HasSubstr("cached (volatile file system: its files are in memory only)\n"),
+                      Not(HasSubstr("deadlines")), Not(HasSubstr("reads")),
+                      HasSubstr("\nover 100 ms                          1\n"), EndsWith("\nVerdict       unpaced\n")));
 }
 
 TEST(SummaryTest, TheDocumentIsValidWhateverThePathsBytesAre) {
@@ -104,20 +101,12 @@ TEST(SummaryTest, TheDocumentIsValidWhateverThePathsBytesAre) {
     const auto document = nlohmann::json::parse(JsonText(report));
     EXPECT_EQ(document["path"]["colon"], "Media:\xef\xbf\xbd\xef\xbf\xbd");
     EXPECT_EQ(document["path"]["native"], "/mnt/Media/\xef\xbf\xbd\"\n");
-    EXPECT_EQ(document["verdict"], "short");
-    EXPECT_EQ(document["exitStatus"], 4);
-    const auto& writes = document["writes"];
-    EXPECT_EQ(writes["seconds"], 30.25);
-    EXPECT_EQ(writes["averageKBps"], 3723.636);
-    EXPECT_EQ(writes["percentOfTarget"], 90.909);
-    EXPECT_EQ(writes["latencyUs"], nlohmann::json({{"p50", 85},
-                                                   {"p95", writes["latencyUs"]["p95"]},
-                                                   {"p99", writes["latencyUs"]["p99"]},
-                                                   {"p999", 1'250'000},
-                                                   {"max", 1'250'000}}));
-    EXPECT_NEAR(writes["latencyUs"]["p99"].get<double>(), 12'500, 125);
-    EXPECT_EQ(writes["late"],
-              nlohmann::json({{"count", 1}, {"longestRun", 1}, {"worstUs", 1'000'000}, {"bufferSeconds", 1.0}}));
+    nlohmann::json expected = document;
+    expected.merge_patch(
+        nlohmann::json::parse(R"({"verdict": "short", "exitStatus": 4, "transfersOverThreshold": 0, "writes":
+        {"seconds": 30.25, "averageKBps": 3723.636, "percentOfTarget": 90.909, "latencyUs": {"p50": 85, "p999": 1250000},
+         "late": {"count": 1, "longestRun": 1, "worstUs": 1000000, "bufferSeconds": 1.0}}})"));
+    EXPECT_EQ(document, expected);
+    EXPECT_NEAR(document["writes"]["latencyUs"]["p99"], 12'500, 125);
     EXPECT_EQ(document["reads"]["latencyUs"], nullptr);
-    EXPECT_EQ(document["transfersOverThreshold"], 0);
 }

@@ -1,0 +1,373 @@
+#include "Framework/UI/Drawing.h"
+
+#include "Framework/Base/LException.h"
+#include "Framework/UI/GWorld.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace Drawing {
+namespace {
+
+constexpr RGBColor kWhite{0xFFFF, 0xFFFF, 0xFFFF};
+
+/// '#' where a pixel is not black, a line of text for each row.
+std::vector<std::string> Rows(const GWorld& image) {
+    std::vector<std::string> rows;
+    for (int y = 0; y < image.Image().height(); ++y) {
+        std::string& row = rows.emplace_back();
+        for (int x = 0; x < image.Image().width(); ++x) {
+            row += image.PixelAt(x, y) == RGBColor() ? '.' : '#';
+        }
+    }
+    return rows;
+}
+
+/// What `draw` draws in white into a black image.
+std::vector<std::string> Drawn(int width, int height, const std::function<void()>& draw, double scale = 1.0) {
+    GWorld image(SetRect(0, 0, width, height), scale);
+    const auto port = image.BeginPainting();
+    RGBForeColor(kWhite);
+    draw();
+    return Rows(image);
+}
+
+std::string Joined(const std::vector<std::string>& rows) {
+    std::string joined;
+    for (const std::string& row : rows) {
+        joined += (joined.empty() ? "" : " ") + row;
+    }
+    return joined;
+}
+
+void DrawLine(Point from, Point to, int penWidth, int penHeight) {
+    PenSize(penWidth, penHeight);
+    MoveTo(from.h, from.v);
+    LineTo(to.h, to.v);
+}
+
+void Frame(const Rect& rect, int penWidth, int penHeight, int corner = 0) {
+    PenSize(penWidth, penHeight);
+    FrameRoundRect(rect, corner, corner);
+}
+
+void DrawPolygon(const std::vector<Point>& corners) {
+    OpenPoly();
+    MoveTo(corners.back().h, corners.back().v);
+    for (const Point corner : corners) {
+        LineTo(corner.h, corner.v);
+    }
+    ClosePoly();
+    PaintPoly();
+    KillPoly();
+}
+
+/// Some of every figure, at places that `factor` spreads; the same sequence for the same seed.
+void DrawScene(unsigned seed, int factor) {
+    std::mt19937 random(seed);
+    const auto pick = [&](int limit) { return factor * static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    for (int i = 0; i < 60; ++i) {
+        const auto shade = static_cast<std::uint16_t>(random() | 0x4000U);
+        RGBForeColor({.red = shade, .green = static_cast<std::uint16_t>(random()), .blue = 0xFFFF});
+        const int left = pick(60) - 5 * factor;
+        const int top = pick(60) - 5 * factor;
+        PenSize(pick(5), pick(5));
+        MoveTo(left, top);
+        LineTo(pick(60), pick(60));
+        FrameRect(SetRect(left, top, left + pick(12), top + pick(12)));
+        PaintRect(SetRect(top, left, top + pick(6), left + pick(6)));
+        const int diameter = factor * (1 + i % 9);
+        PaintOval(SetRect(top, left, top + diameter, left + diameter));
+    }
+}
+
+/// The same image without a scale: its device pixels.
+QImage Plain(QImage image) {
+    image.setDevicePixelRatio(1.0);
+    return image;
+}
+
+QImage ImageOf(int size, double scale, const std::function<void()>& draw) {
+    GWorld image(SetRect(0, 0, size, size), scale);
+    const auto port = image.BeginPainting();
+    draw();
+    return Plain(image.Image());
+}
+
+/// As `ImageOf`, through a painter's operations.
+QImage PaintedImageOf(int size, double scale, const std::function<void()>& draw) {
+    QImage image(QSize(size, size) * scale, QImage::Format_RGB888);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::black);
+    {
+        QPainter painter(&image);
+        const PortSetter port(painter);
+        draw();
+    }
+    return Plain(image.convertToFormat(QImage::Format_RGB32));
+}
+
+TEST(DrawingTest, FiguresCoverThePixelsBetweenTheirGridLines) {
+    // Points are vertical first.
+    const std::vector<Point> triangle{{0, 0}, {0, 6}, {6, 6}};
+    const std::vector<Point> ring{{0, 0}, {8, 0}, {8, 6}, {0, 6}, {0, 0}, {2, 2}, {2, 4}, {6, 4}, {6, 2}, {2, 2}};
+    const struct {
+        Point from;
+        Point to;
+        int penWidth;
+        int penHeight;
+        const char* expected;
+    } lines[] = {
+        {{1, 1}, {1, 4}, 2, 2, "........ .#####.. .#####.. ........ ........ ........"},
+        {{4, 2}, {1, 2}, 3, 1, "........ ..###... ..###... ..###... ..###... ........"},
+        {{3, 3}, {3, 3}, 1, 1, "........ ........ ........ ...#.... ........ ........"},
+        {{0, 0}, {5, 5}, 1, 1, "#....... ##...... .##..... ..##.... ...##... ....##.."},
+        {{1, 0}, {3, 6}, 1, 1, "........ ##...... .####... ....###. ........ ........"},
+        {{3, 6}, {1, 0}, 1, 1, "........ ##...... .####... ....###. ........ ........"},
+        {{4, 0}, {0, 4}, 2, 2, "...###.. ..####.. .####... ####.... ###..... ##......"},
+        {{0, 0}, {5, 5}, 0, 2, "........ ........ ........ ........ ........ ........"},
+    };
+    for (const auto& line : lines) {
+        const auto drawn = Drawn(8, 6, [&] { DrawLine(line.from, line.to, line.penWidth, line.penHeight); });
+        EXPECT_EQ(Joined(drawn), line.expected);
+    }
+    const std::pair<std::function<void()>, const char*> figures[] = {
+        {[] { PaintRect(SetRect(1, 2, 4, 5)); }, "........ ........ .###.... .###.... .###.... ........"},
+        {[] { PaintRect(SetRect(4, 2, 1, 5)); }, "........ ........ ........ ........ ........ ........"},
+        {[] { Frame(SetRect(1, 1, 8, 5), 2, 1); }, "........ .####### .##...## .##...## .####### ........"},
+        {[] { PaintOval(SetRect(2, 1, 6, 5)); }, "........ ...##... ..####.. ..####.. ...##... ........"},
+        {[] { PaintOval(SetRect(0, 0, 7, 5)); }, ".#####.. #######. #######. #######. .#####.. ........"},
+        {[] { PaintOval(SetRect(4, 0, 5, 6)); }, "....#... ....#... ....#... ....#... ....#... ....#..."},
+        {[&] { DrawPolygon(triangle); }, "######.. .#####.. ..####.. ...###.. ....##.. .....#.."},
+        {[&] { DrawPolygon(ring); }, "######.. ######.. ##..##.. ##..##.. ##..##.. ##..##.."},
+    };
+    for (const auto& [draw, expected] : figures) {
+        EXPECT_EQ(Joined(Drawn(8, 6, draw)), expected);
+    }
+    EXPECT_EQ(Joined(Drawn(12, 10, [] { Frame(SetRect(0, 0, 12, 10), 2, 2, 8); })),
+              "..########.. .##########. ###......### ##........## ##........## "
+              "##........## ##........## ###......### .##########. ..########..");
+}
+
+/// What lies beyond any image must neither cost time nor overflow.
+TEST(DrawingTest, PlacesFarOutsideTheImageAreCutOff) {
+    constexpr int far = 2'000'000'000;
+    const auto drawn = Drawn(4, 3, [] {
+        PenSize(2, 2);
+        MoveTo(-far, -far);
+        LineTo(far, -far);
+        LineTo(far, 1);
+        LineTo(-far, 1);
+        PaintRect(SetRect(-far, 0, 2, 1));
+        PaintOval(SetRect(-far, far, far, far));
+    });
+    EXPECT_EQ(drawn, (std::vector<std::string>{"##..", "####", "####"}));
+}
+
+TEST(DrawingTest, ScaleOfTwoDrawsEveryFigureAtTwiceTheResolution) {
+    for (unsigned seed = 1; seed <= 10; ++seed) {
+        ASSERT_EQ(ImageOf(60, 2.0, [&] { DrawScene(seed, 1); }), ImageOf(120, 1.0, [&] { DrawScene(seed, 2); }));
+    }
+}
+
+/// A painter on anything but a 32-bit image is drawn on through its own operations.
+TEST(DrawingTest, PainterDrawsTheSamePixelsAsTheImage) {
+    const auto draw = [] {
+        DrawScene(7, 1);
+        PaintOvals(SetRect(20, 30, 24, 34), std::array{0, 1, 9, -30});
+    };
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        EXPECT_EQ(PaintedImageOf(60, scale, draw), ImageOf(60, scale, draw)) << "scale " << scale;
+    }
+}
+
+TEST(DrawingTest, PenAndSmallOvalKeepTheirSizeAtAFractionOfAScale) {
+    for (int h = 0; h < 10; ++h) {
+        const auto rows = Drawn(
+            20, 4,
+            [&] {
+                MoveTo(h, 0);
+                LineTo(h, 1);
+                PaintOval(SetRect(h + 4, 1, h + 7, 4));
+            },
+            1.5);
+        EXPECT_EQ(std::ranges::count(rows[0], '#'), 2);
+        EXPECT_EQ(std::ranges::count(rows[4], '#'), 5);
+    }
+}
+
+TEST(DrawingTest, ManyOvalsAreTheSameAsOneByOne) {
+    std::mt19937 random(5);
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        for (int diameter = 1; diameter < 12; ++diameter) {
+            std::vector<int> places(25);
+            std::ranges::generate(places, [&] { return static_cast<int>(random() % 70) - 20; });
+            const auto paint = [&](int place) { PaintOval(SetRect(3, place, 3 + diameter, place + diameter)); };
+            const auto apart = Drawn(
+                16, 40, [&] { std::ranges::for_each(places, paint); }, scale);
+            const auto together = Drawn(
+                16, 40, [&] { PaintOvals(SetRect(3, 0, 3 + diameter, diameter), places); }, scale);
+            EXPECT_EQ(together, apart) << "scale " << scale << ", diameter " << diameter;
+        }
+    }
+}
+
+TEST(DrawingTest, ImageOrSavedStateLeavesThePortAsItWas) {
+    GWorld outer(SetRect(10, 20, 16, 24), 1.0);
+    {
+        const auto port = outer.BeginPainting();
+        RGBForeColor(kWhite);
+        MoveTo(10, 20);
+        GWorld inner(SetRect(12, 21, 14, 23), GWorld::CurrentScale());
+        {
+            const auto innerPort = inner.BeginPainting();
+            EXPECT_EQ(GetForeColor(), RGBColor());
+            EXPECT_EQ(GetBackColor(), kWhite);
+            EraseRect(SetRect(12, 21, 13, 22));
+            MoveTo(0, 0);
+            PenSize(5, 5);
+        }
+        {
+            const StateSaver saved;
+            RGBForeColor({});
+            PenSize(4, 4);
+            MoveTo(9, 9);
+        }
+        LineTo(15, 20);
+        CopyBits(inner);
+    }
+    EXPECT_EQ(Rows(outer), (std::vector<std::string>{"######", "..#...", "......", "......"}));
+}
+
+TEST(DrawingTest, CopiedImageKeepsItsDevicePixels) {
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        GWorld source(SetRect(4, 6, 34, 30), scale);
+        {
+            const auto port = source.BeginPainting();
+            DrawScene(2, 1);
+        }
+        const auto copy = [&] {
+            EXPECT_EQ(GWorld::CurrentScale(), scale);
+            CopyBits(source);
+        };
+        const QRect place(QPoint(static_cast<int>(4 * scale), static_cast<int>(6 * scale)), source.Image().size());
+        EXPECT_EQ(PaintedImageOf(40, scale, copy).copy(place), Plain(source.Image()));
+        EXPECT_EQ(ImageOf(40, scale, copy).copy(place), Plain(source.Image()));
+    }
+}
+
+TEST(DrawingTest, ClipAndTranslationOfThePainterHold) {
+    GWorld image(SetRect(0, 0, 8, 4), 1.0);
+    {
+        QPainter painter(&image.Image());
+        painter.setClipRect(2, 1, 4, 2);
+        painter.translate(1, 0);
+        const PortSetter port(painter);
+        RGBForeColor(kWhite);
+        PaintRect(SetRect(0, 0, 4, 4));
+        MoveTo(-1, 2);
+        LineTo(7, 2);
+    }
+    EXPECT_EQ(Rows(image), (std::vector<std::string>{"........", "..###...", "..####..", "........"}));
+}
+
+class PaintedWidget final : public QWidget {
+public:
+    explicit PaintedWidget(std::function<void()> draw) : m_draw(std::move(draw)) { resize(60, 60); }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.fillRect(rect(), Qt::black);
+        const PortSetter port(painter);
+        m_draw();
+    }
+
+private:
+    std::function<void()> m_draw;
+};
+
+TEST(DrawingTest, WidgetShowsTheSamePixelsAsTheImage) {
+    const auto draw = [] {
+        DrawScene(4, 1);
+        DrawPolygon({{2, 2}, {50, 2}, {20, 40}});
+        TextFont(kLabelFont);
+        TextSize(10);
+        MoveTo(3, 20);
+        DrawString("12.50");
+    };
+    PaintedWidget widget(draw);
+    EXPECT_EQ(widget.grab().toImage().convertToFormat(QImage::Format_RGB32), ImageOf(60, 1.0, draw));
+}
+
+TEST(DrawingTest, PiecesOfTextStandAsOneText) {
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        const auto text = [&](const std::vector<std::string>& pieces) {
+            return Drawn(
+                60, 16,
+                [&] {
+                    TextFont(kLabelFont);
+                    TextSize(10);
+                    MoveTo(4, 12);
+                    for (const std::string& piece : pieces) {
+                        DrawString(piece);
+                    }
+                },
+                scale);
+        };
+        const auto whole = text({"1205.05"});
+        EXPECT_EQ(text({"1205", ".0", "5"}), whole);
+        const auto baseline = static_cast<std::size_t>(12 * scale);
+        const int inkEnd = 4 + StringWidth("1205.05", kLabelFont, 10);
+        EXPECT_NE(whole[baseline - 1].find('#'), std::string::npos);
+        for (std::size_t y = 0; y < whole.size(); ++y) {
+            EXPECT_EQ(whole[y].find('#', static_cast<std::size_t>(inkEnd * scale)), std::string::npos);
+            // Round digits reach a little below the baseline.
+            const bool isInLine = y <= baseline && y > baseline - static_cast<std::size_t>(9 * scale);
+            EXPECT_TRUE(isInLine || whole[y].find('#') == std::string::npos) << "row " << y;
+        }
+    }
+    EXPECT_LE(StringWidth("1234.00", kLabelFont, 10), 31) << "the labels of divisions 33 pixels apart run together";
+    EXPECT_GT(StringWidth("1234.00", 0, 20), StringWidth("1234.00", 0, 10));
+}
+
+TEST(DrawingTest, NothingHappensWithoutAPort) {
+    PaintRect(SetRect(0, 0, 5, 5));
+    MoveTo(1, 1);
+    LineTo(2, 2);
+    DrawString("text");
+    DrawPolygon({{0, 0}, {0, 5}, {5, 5}});
+    const StateSaver saved;
+    RGBForeColor(kWhite);
+    EXPECT_EQ(GetForeColor(), RGBColor());
+    EXPECT_EQ(StringWidth("text"), 0);
+    EXPECT_EQ(GWorld::CurrentScale(), 1.0);
+}
+
+TEST(GWorldTest, ShowsColoursInEightBits) {
+    GWorld image(SetRect(0, 0, 2, 1), 1.0);
+    const auto port = image.BeginPainting();
+    const RGBColor violet{.red = 0x9000, .green = 0x3AFF, .blue = 0xAC00};
+    RGBForeColor(violet);
+    PaintRect(SetRect(0, 0, 1, 1));
+    EXPECT_EQ(image.PixelAt(0, 0), GWorld::AsShown(violet));
+    EXPECT_EQ(GWorld::AsShown(violet), (RGBColor{.red = 0x9090, .green = 0x3A3A, .blue = 0xACAC}));
+    EXPECT_EQ(image.PixelAt(2, 0), RGBColor());
+}
+
+TEST(GWorldTest, CannotBeMadeEmptyOrLargerThanMemory) {
+    EXPECT_THROW(GWorld(SetRect(5, 5, 5, 9), 1.0), LException);
+    EXPECT_THROW(GWorld(SetRect(5, 9, 8, 5), 1.0), LException);
+    EXPECT_THROW(GWorld(SetRect(-32768, -32768, 32767, 32767), 64.0), LException);
+}
+
+}  // namespace
+}  // namespace Drawing

@@ -1,0 +1,144 @@
+#include "Framework/UI/LMenuBar.h"
+
+#include "Framework/Base/LException.h"
+#include "Framework/UI/LStdButton.h"
+#include "Framework/UI/TRegistrar.h"
+#include "Support/TestWindow.h"
+
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr auto kButtons = R"(<pbut id="15" width="80" height="26" text="Start" message="250"/>
+    <pbut id="16" width="80" height="26" text="Stop" message="350" key="Ctrl+." enabled="no"/>)";
+
+constexpr auto kMenus = R"(<menubar><menu text="&amp;Test"><item text="Start" key="Ctrl+R" message="250"/>
+    <item text="Stop" key="Ctrl+." message="350"/><separator/><item text="Minimise" key="Ctrl+M" message="130"/>
+    <item text="Quit" key="Ctrl+Q" command="10"/><item text="New" command="2"/></menu></menubar>)";
+
+/// Writes down what its menus ask of it.
+class MenuWindow final : public LWindow, public LListener {
+public:
+    using LWindow::LWindow;
+
+    void ListenToMessage(MessageT message, void* /*ioParam*/) override { m_messages.push_back(message); }
+    bool ObeyCommand(CommandT command, void* /*ioParam*/) override {
+        m_commands.push_back(command);
+        return true;
+    }
+    bool FindCommandStatus(CommandT command) override { return command == 10; }
+
+    std::vector<MessageT> m_messages;
+    std::vector<CommandT> m_commands;
+};
+
+class LMenuBarTest : public testing::Test {
+protected:
+    LMenuBarTest() {
+        TRegistrar<MenuWindow>::Register("MenW");
+        m_test = std::make_unique<TestWindow>(kButtons, "MenW");
+        m_bar = dynamic_cast<QMainWindow*>(m_test->Window().Shell())->menuBar();
+        LMenuBar::Fill(Record(kMenus), m_test->Window(), *m_bar);
+        static_cast<void>(RunEventsUntil([&] { return m_bar->isVisible(); }));
+        m_test->Pane<LStdButton>(15).AddListener(&Window());
+        m_test->Pane<LStdButton>(16).AddListener(&Window());
+    }
+
+    [[nodiscard]] MenuWindow& Window() { return dynamic_cast<MenuWindow&>(m_test->Window()); }
+    [[nodiscard]] QMenu& Menu() { return *m_bar->actions().front()->menu(); }
+    [[nodiscard]] QAction& Item(int index) { return *Menu().actions().at(index); }
+
+    void PressKey(Qt::Key key) { QTest::keyClick(m_test->Window().Shell(), key, Qt::ControlModifier); }
+
+    std::unique_ptr<TestWindow> m_test;
+    QMenuBar* m_bar = nullptr;
+};
+
+}  // namespace
+
+TEST_F(LMenuBarTest, AnItemDoesWhatTheControlWithItsMessageDoesAndOtherwiseTellsTheWindow) {
+    Item(0).trigger();
+    Item(1).trigger();  // its control is disabled
+    Item(3).trigger();
+    EXPECT_THAT(Window().m_messages, ElementsAre(250, 130));
+}
+
+TEST_F(LMenuBarTest, ACommandIsGivenWhenTheChainSaysThatItCanBe) {
+    Item(4).trigger();
+    Item(5).trigger();
+    EXPECT_THAT(Window().m_commands, ElementsAre(10));
+}
+
+TEST_F(LMenuBarTest, AnOpenMenuShowsWhatCanBeChosen) {
+    Menu().popup({0, 0});
+    EXPECT_TRUE(Item(0).isEnabled());
+    EXPECT_FALSE(Item(1).isEnabled());
+    EXPECT_TRUE(Item(4).isEnabled());
+    EXPECT_FALSE(Item(5).isEnabled());
+    Menu().close();
+    m_test->Pane<LStdButton>(15).Disable();
+    m_test->Pane<LStdButton>(16).Enable();
+    Menu().popup({0, 0});
+    EXPECT_FALSE(Item(0).isEnabled());
+    EXPECT_TRUE(Item(1).isEnabled());
+    Menu().close();
+}
+
+TEST_F(LMenuBarTest, KeysWorkByWhatIsTrueNowAndNotByWhatTheMenuShowedLast) {
+    m_test->Pane<LStdButton>(15).Disable();
+    Menu().popup({0, 0});
+    Menu().close();
+    PressKey(Qt::Key_R);
+    EXPECT_THAT(Window().m_messages, IsEmpty());
+    m_test->Pane<LStdButton>(15).Enable();
+    PressKey(Qt::Key_R);
+    PressKey(Qt::Key_M);
+    EXPECT_THAT(Window().m_messages, ElementsAre(250, 130));
+}
+
+TEST_F(LMenuBarTest, AKeyThatAButtonHasIsShownAndLeftToTheButton) {
+    EXPECT_EQ(Item(1).text(), "Stop\tCtrl+.");
+    m_test->Pane<LStdButton>(16).Enable();
+    PressKey(Qt::Key_Period);
+    EXPECT_TRUE(RunEventsUntil([&] { return !Window().m_messages.empty(); }));
+    EXPECT_THAT(Window().m_messages, ElementsAre(350));
+}
+
+TEST_F(LMenuBarTest, MenusThatAreNotWrittenAsTheyShouldBeAreRefused) {
+    for (const char* menus : {"<menubar><item text='a' command='1'/></menubar>", "<menubar><menu/></menubar>",
+                              "<menubar><menu text='a'><item text='b'/></menu></menubar>",
+                              "<menubar><menu text='a'><item text='b' command='1' message='2'/></menu></menubar>",
+                              "<menubar><menu text='a'><item text='b' command='1' key='Ctrl+Nokey'/></menu></menubar>",
+                              "<menubar><menu text='a'><menu text='b'/></menu></menubar>"}) {
+        EXPECT_THROW(LMenuBar::Fill(Record(menus), Window(), *m_bar), LResourceException) << menus;
+    }
+    EXPECT_THROW(LMenuBar::Install(9999, Window(), *m_bar), LResourceException);
+}
+
+TEST_F(LMenuBarTest, EveryItemOfTheProgramsMenusHasAKeyOfItsOwn) {
+    std::stringstream text;
+    text << std::ifstream(GAUGELINE_RESOURCES_DIRECTORY "/Menus/129.xml").rdbuf();
+    QMenuBar bar;
+    LMenuBar::Fill(LStream::Parse(text.str(), "menu bar 129"), Window(), bar);
+    std::map<QString, int> keys;
+    for (const QAction* menu : bar.actions()) {
+        for (const QAction* item : menu->menu()->actions()) {
+            if (!item->isSeparator()) {
+                ++keys[item->shortcut().isEmpty() ? item->text().section('\t', 1) : item->shortcut().toString()];
+            }
+        }
+    }
+    EXPECT_THAT(keys, ElementsAre(std::pair("Ctrl+,", 1), std::pair("Ctrl+.", 1), std::pair("Ctrl+M", 1),
+                                  std::pair("Ctrl+Q", 1), std::pair("Ctrl+R", 1), std::pair("F1", 1)));
+}

@@ -1,0 +1,115 @@
+#include "Framework/UI/LTrackControl.h"
+
+#include "Framework/UI/LScrollBar.h"
+#include "Framework/UI/LSlider.h"
+#include "Framework/UI/TRegistrar.h"
+#include "Support/TestWindow.h"
+
+#include <QScrollBar>
+#include <QSlider>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Told = MessageRecorder::Told;
+using TrackGeometry::Track;
+
+constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
+
+constexpr auto kBar =
+    R"(<Tscr id="10" width="300" height="20" min="0" max="100" value="50" pageStep="25" message="4"/>)";
+
+class LTrackControlTest : public testing::Test {
+protected:
+    LTrackControlTest() {
+        TRegistrar<LSlider>::Register("Tsld");
+        TRegistrar<LScrollBar>::Register("Tscr");
+    }
+};
+
+}  // namespace
+
+TEST_F(LTrackControlTest, AThumbStandsWhereItsValueIsAndComesBackToIt) {
+    const Track tracks[] = {{200, 16, 0, 10}, {200, 16, -50, 50}, {300, 60, 5, 65}, {184, 16, 5, 6}};
+    for (const Track& track : tracks) {
+        EXPECT_EQ(TrackGeometry::ThumbBegin(track, track.minimum), 0);
+        EXPECT_EQ(TrackGeometry::ThumbBegin(track, track.maximum), track.length - track.thumbLength);
+        for (std::int32_t value = track.minimum; value <= track.maximum; ++value) {
+            EXPECT_EQ(TrackGeometry::ValueOfThumb(track, TrackGeometry::ThumbBegin(track, value)), value);
+        }
+    }
+}
+
+TEST_F(LTrackControlTest, PlacesOutsideTheTrackAndExtremeRangesStayInsideTheRange) {
+    const Track whole{300, 20, kLowest, kHighest};
+    EXPECT_EQ(TrackGeometry::ValueOfThumb(whole, -1000), kLowest);
+    EXPECT_EQ(TrackGeometry::ValueOfThumb(whole, 1000), kHighest);
+    EXPECT_EQ(TrackGeometry::ThumbBegin(whole, kHighest), 280);
+    const Track none{10, 20, 7, 7};
+    EXPECT_EQ(TrackGeometry::ValueOfThumb(none, 5), 7);
+    EXPECT_EQ(TrackGeometry::ThumbBegin(none, 7), 0);
+}
+
+TEST_F(LTrackControlTest, APressAnywhereTakesHoldOfTheThumb) {
+    TestWindow test(kBar);
+    auto& bar = test.Pane<LScrollBar>(10);
+    auto& widget = test.Widget<QScrollBar>(10);
+    QTest::mousePress(&widget, Qt::LeftButton, {}, {20, 10});
+    EXPECT_THAT(test.Told(), IsEmpty());
+    const int travel = 300 - bar.ThumbLength();
+    QTest::mouseMove(&widget, {20 + travel / 4, 10});
+    EXPECT_THAT(test.Told(), ElementsAre(Told{4, 75}));
+    QTest::mouseMove(&widget, {2000, 10});
+    QTest::mouseRelease(&widget, Qt::LeftButton, {}, {2000, 10});
+    EXPECT_THAT(test.Told(), ElementsAre(Told{4, 100}));
+    QTest::mouseMove(&widget, {20, 10});
+    EXPECT_EQ(bar.GetValue(), 100) << "a thumb that was let go still moves";
+}
+
+TEST_F(LTrackControlTest, KeysMoveByOneAndByThePage) {
+    TestWindow test(kBar);
+    auto& bar = test.Pane<LScrollBar>(10);
+    auto& widget = test.Widget<QScrollBar>(10);
+    widget.setFocus();
+    QTest::keyClick(&widget, Qt::Key_Right);
+    QTest::keyClick(&widget, Qt::Key_PageUp);
+    EXPECT_EQ(bar.GetValue(), 26);
+    bar.SetVisibleCount(5);
+    QTest::keyClick(&widget, Qt::Key_PageDown);
+    EXPECT_EQ(bar.GetValue(), 31);
+}
+
+TEST_F(LTrackControlTest, NewBoundsMoveTheValueWithoutBroadcastingIt) {
+    TestWindow test(R"(<Tsld id="10" width="200" height="24" min="0" max="100" value="50" message="650"/>)");
+    auto& slider = test.Pane<LSlider>(10);
+    slider.SetMaxValue(20);
+    slider.SetMinValue(10);
+    slider.SetMaxValue(60);
+    EXPECT_EQ(slider.GetValue(), 20);
+    EXPECT_EQ(test.Widget<QSlider>(10).value(), 20);
+    EXPECT_THAT(test.Told(), IsEmpty());
+    test.Widget<QSlider>(10).setValue(33);
+    EXPECT_THAT(test.Told(), ElementsAre(Told{650, 33}));
+}
+
+TEST_F(LTrackControlTest, AThumbIsAsLongAsTheVisibleShareWithinLimits) {
+    struct Case {
+        std::int32_t maximum;
+        std::int32_t visible;
+        int length;
+    };
+    for (const Case& tried : {Case{1000, 10, 24}, Case{90, 10, 30}, Case{10, 90, 60}, Case{0, 0, 60}}) {
+        LStream record = Record(R"(<Tscr width="300" height="20"/>)");
+        LScrollBar bar(&record);
+        bar.SetMaxValue(tried.maximum);
+        bar.SetVisibleCount(tried.visible);
+        EXPECT_EQ(bar.ThumbLength(), tried.length) << tried.maximum;
+    }
+}

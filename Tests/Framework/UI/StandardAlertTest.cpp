@@ -1,0 +1,115 @@
+#include "Framework/UI/StandardAlert.h"
+
+#include "Framework/Base/LException.h"
+#include "Support/TestWindow.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The alerts on the screen.
+std::vector<QMessageBox*> ShownAlerts() {
+    std::vector<QMessageBox*> shown;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (auto* box = qobject_cast<QMessageBox*>(widget); box != nullptr && box->isVisible()) {
+            shown.push_back(box);
+        }
+    }
+    return shown;
+}
+
+QString PlainText(QString text) {
+    return text.remove(QRegularExpression("<[^>]*>"));
+}
+
+class StandardAlertTest : public testing::Test {
+protected:
+    /// Shows an alert whose answer is written down.
+    void Show(const std::string& message) {
+        StandardAlert::Show(m_test.Window(), message, "Do this & that.",
+                            [this, message] { m_answered.push_back(message); });
+    }
+
+    static void Press(Qt::Key key) { QTest::keyClick(ShownAlerts().front(), key); }
+
+    TestWindow m_test{R"(<pbut id="10" width="80" height="26" text="Start"/>)"};
+    std::vector<std::string> m_answered;
+};
+
+}  // namespace
+
+TEST_F(StandardAlertTest, ReturnsAtOnceAndHoldsItsOwnWindowOnly) {
+    m_test.Window().Shell()->move(60, 50);
+    Show("It failed.");
+    ASSERT_EQ(ShownAlerts().size(), 1U);
+    const QMessageBox* box = ShownAlerts().front();
+    EXPECT_EQ(box->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(box->parentWidget(), m_test.Window().Shell());
+    EXPECT_EQ(box->windowTitle(), "Test");
+    const QPoint off = box->frameGeometry().center() - box->parentWidget()->frameGeometry().center();
+    EXPECT_LE(off.manhattanLength(), 40) << "not in the middle of its window";
+    EXPECT_THAT(m_answered, IsEmpty());
+    Press(Qt::Key_Return);
+}
+
+TEST_F(StandardAlertTest, EnterAndEscapeAnswerItAndTheCallbackComesOnce) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape}) {
+        Show("It failed.");
+        Press(key);
+        EXPECT_THAT(ShownAlerts(), IsEmpty());
+        EXPECT_TRUE(RunEventsUntil([&] { return m_test.Window().Shell()->findChildren<QMessageBox*>().isEmpty(); }));
+    }
+    EXPECT_THAT(m_answered, ElementsAre("It failed.", "It failed."));
+}
+
+TEST_F(StandardAlertTest, LaterAlertsOfAWindowWaitTheirTurn) {
+    Show("One.");
+    Show("Two.");
+    StandardAlert::Show(m_test.Window(), "Three.", "", [this] {
+        m_answered.emplace_back("Three.");
+        Show("Five.");
+    });
+    Show("Four.");
+    for (const char* message : {"One.", "Two.", "Three.", "Four.", "Five."}) {
+        ASSERT_EQ(ShownAlerts().size(), 1U);
+        EXPECT_EQ(PlainText(ShownAlerts().front()->text()), message);
+        Press(Qt::Key_Return);
+        EXPECT_EQ(m_answered.back(), message);
+    }
+    EXPECT_THAT(ShownAlerts(), IsEmpty());
+}
+
+TEST_F(StandardAlertTest, AScreenReaderHearsItsTextsAsTheyWereGiven) {
+    Show("It <failed> & stays.");
+    QStringList said;
+    for (QLabel* label : ShownAlerts().front()->findChildren<QLabel*>()) {
+        said += QAccessible::queryAccessibleInterface(label)->text(QAccessible::Name);
+    }
+    EXPECT_TRUE(said.contains("It <failed> & stays.") && said.contains("Do this & that."))
+        << said.join('|').toStdString();
+    Press(Qt::Key_Return);
+}
+
+TEST_F(StandardAlertTest, AWindowThatGoesTakesItsAlertsAlongUnanswered) {
+    Show("One.");
+    Show("Two.");
+    m_test.Destroy();
+    EXPECT_THAT(ShownAlerts(), IsEmpty());
+    EXPECT_THAT(m_answered, IsEmpty());
+}
+
+TEST_F(StandardAlertTest, AWindowThatIsNotBuiltIsRefused) {
+    LStream record = Record(R"(<wind width="10" height="10"/>)");
+    LWindow window(&record);
+    EXPECT_THROW(StandardAlert::Show(window, "a", "b"), LNilPointerException);
+}
