@@ -85,6 +85,7 @@ bool CFileList::RemoveFileThreadSafe(CString& out) {
 std::vector<CString> CFileList::Names() const {
     const auto lock = Enter();
     std::vector<CString> names;
+    names.reserve(static_cast<std::size_t>(m_files.GetSize()));
     for (int index = 0; index < m_files.GetSize(); ++index) {
         names.push_back(NameAt(index));
     }

@@ -13,7 +13,8 @@ namespace {
 
 /// Bytes over whole seconds in KB/s: an integer division, then a truncated one by 1024 in floating point.
 std::uint32_t RateKBPS(std::uint64_t bytes, std::uint32_t seconds) {
-    return static_cast<std::uint32_t>(static_cast<double>(bytes / seconds) * (1.0 / 1024.0));
+    const std::uint64_t bytesPerSecond = bytes / seconds;
+    return static_cast<std::uint32_t>(static_cast<double>(bytesPerSecond) * (1.0 / 1024.0));
 }
 
 ReadTimeRecord* RecordAt(const CPtrArray& table, int index) {

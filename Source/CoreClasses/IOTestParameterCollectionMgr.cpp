@@ -41,6 +41,12 @@ IOTestParameterCollectionMgr*& Registered() {
     return registered;
 }
 
+/// The collection that `GetSingleton` made; one that somebody else made and registered is not deleted here.
+std::unique_ptr<IOTestParameterCollectionMgr>& Owned() {
+    static std::unique_ptr<IOTestParameterCollectionMgr> owned;
+    return owned;
+}
+
 std::unique_ptr<IOTestParameters> MakePreset(int id) {
     const PresetRow& row = kPresets[static_cast<std::size_t>(id)];
     auto preset = std::make_unique<IOTestParameters>();
@@ -76,14 +82,13 @@ IOTestParameterCollectionMgr::~IOTestParameterCollectionMgr() {
 
 IOTestParameterCollectionMgr* IOTestParameterCollectionMgr::GetSingleton() {
     if (Registered() == nullptr) {
-        // Registers itself; DestroySingleton takes it back.
-        static_cast<void>(std::make_unique<IOTestParameterCollectionMgr>().release());
+        Owned() = std::make_unique<IOTestParameterCollectionMgr>();  // registers itself
     }
     return Registered();
 }
 
 void IOTestParameterCollectionMgr::DestroySingleton() {
-    const std::unique_ptr<IOTestParameterCollectionMgr> owned(Registered());
+    Owned().reset();
 }
 
 bool IOTestParameterCollectionMgr::GetCopyOfStandardParametersByID(int id, IOTestParameters& out) const {

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::uint64_t kYieldIntervalUS = 251'000;
 constexpr mode_t kPermissions = 0777;
-constexpr std::size_t kBlockBytes = 4 * kBytesPerMB;
+constexpr std::size_t kBlockBytes = std::size_t{4} * kBytesPerMB;
 constexpr std::byte kSampleByte{0x5B};
 constexpr std::byte kWriteByte{0x1A};
 
@@ -154,7 +154,7 @@ int MACWorker::WritePhase(FileReadWriteWorker* /*worker*/) {
 
 /// Creates the file if it is absent and notes its volume. None, counted and logged, when it cannot be reached.
 std::optional<std::string> MACWorker::CreateSampleFile(const CString& name) {
-    const auto nativePath = ColonPath::ToNative(name.View());
+    auto nativePath = ColonPath::ToNative(name.View());
     m_fileSpec = {};
     FileDescriptor created;
     const int error = nativePath ? created.Open(*nativePath, O_RDWR | O_CREAT, kPermissions) : kNoSuchFile;
