@@ -270,7 +270,7 @@ void FileReadWriteWorker::NoteFileCache(const FileCacheReport& report) {
     }
     if (m_outputMgr != nullptr) {
         const char* reason = report.refusal != nullptr ? report.refusal
-                             : report.isVolatile       ? "the file system keeps its files in memory only"
+                             : report.isVolatile       ? "volatile: the file system keeps its files in memory only"
                                                        : "";
         m_outputMgr->Write(kOutProgress, outLevelSecondary, "File cache: %s%s%s%s, reader %d %s\r",
                            FileCacheModeName(report.mode), *reason != '\0' ? " (" : "", reason,
