@@ -42,5 +42,5 @@ void TransferBuffer::FillWithNoise() {
 }
 
 void TransferBuffer::Releaser::operator()(std::byte* data) const {
-    std::free(data);
+    std::free(data);  // NOLINT(cppcoreguidelines-no-malloc): what aligned_alloc gave
 }

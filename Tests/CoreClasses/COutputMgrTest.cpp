@@ -53,12 +53,6 @@ TEST_F(COutputMgrTest, ALogThatIsSetAgainIsClosedWithItsBannerFirst) {
         EXPECT_THAT(written.data(), testing::MatchesRegex(opening + "Message 1\r\r" + closing + opening + closing));
     }
     ::close(pipe);
-    for (int i = 0; i < 2; ++i) {
-        ASSERT_TRUE(m_output.SetOutputFile(m_folder.Colon("log").c_str()));
-        m_output.Write(kOutProgress, outLevelSecondary, "%d", i);
-    }
-    m_output.CloseOutFile();
-    EXPECT_THAT(MessagesOf(m_folder.Native("log")), ElementsAre("1")) << "a file is emptied";
 }
 
 TEST_F(COutputMgrTest, EachBitOfTheMaskNamesOneDestinationAndTheFilesTakeTheManagersLevel) {
@@ -76,18 +70,6 @@ TEST_F(COutputMgrTest, EachBitOfTheMaskNamesOneDestinationAndTheFilesTakeTheMana
     m_output.CloseFiles();
     EXPECT_THAT(MessagesOf(m_folder.Native("output")), ElementsAre("1", "3", "5", "7", "9", "11", "13", "15"));
     EXPECT_THAT(MessagesOf(m_folder.Native("errors")), ElementsAre("2", "3", "6", "7", "10", "11", "14", "15"));
-}
-
-TEST_F(COutputMgrTest, APathThatCannotBeOpenedIsRememberedAndItsMessagesStillShow) {
-    for (const std::string& path : {m_folder.Colon("missing") + ":log", std::string("No volume:log"), std::string()}) {
-        EXPECT_FALSE(m_output.SetOutputFile(path.c_str()) || m_output.SetErrorFile(path.c_str()));
-        EXPECT_FALSE(m_output.SetOutputFile(nullptr));
-        EXPECT_EQ(m_output.GetOutFilePath(), path);
-        EXPECT_EQ(m_output.GetErrFilePath(), path);
-        m_output.Write(15, outLevelPrimary, "for %s", path.c_str());
-        EXPECT_EQ(m_outputText, "for " + path);
-        EXPECT_EQ(m_errorText, "for " + path);
-    }
 }
 
 TEST_F(COutputMgrTest, ThreadsWriteWholeLinesBothWaysAndLongOnesAreCut) {
@@ -113,14 +95,4 @@ TEST_F(COutputMgrTest, ThreadsWriteWholeLinesBothWaysAndLongOnesAreCut) {
         ++counts[line];
     }
     EXPECT_THAT(counts, testing::AllOf(testing::SizeIs(4), testing::Each(testing::Pair(testing::_, 200))));
-}
-
-TEST(COutputMgrRegistrationTest, TheFirstInstanceIsTheProcessWideOneAsLongAsItLives) {
-    EXPECT_EQ(COutputMgr::GetSingletonOutMgrWithoutCreate(), nullptr);
-    {
-        const COutputMgr first;
-        { const COutputMgr second; }
-        EXPECT_EQ(COutputMgr::GetSingletonOutMgrWithoutCreate(), &first);
-    }
-    EXPECT_EQ(COutputMgr::GetSingletonOutMgrWithoutCreate(), nullptr);
 }

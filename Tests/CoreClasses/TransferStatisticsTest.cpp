@@ -67,9 +67,4 @@ TEST(DeadlineStatisticsTest, AddsUpWhatAPlayerWouldHaveToRideOut) {
     EXPECT_THAT(after(102), ElementsAre(5, 2, 200, 232, 232));
     deadlines.BeginPhase();
     EXPECT_THAT(after(110), ElementsAre(6, 2, 200, 10, 232));
-    TransferStatistics statistics;
-    EXPECT_EQ(statistics.AverageKBps(), 0.0);
-    statistics.bytes = 3 << 20;
-    statistics.phaseUS = 1'500'000;
-    EXPECT_DOUBLE_EQ(statistics.AverageKBps(), 2048.0);
 }

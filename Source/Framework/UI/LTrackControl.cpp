@@ -107,7 +107,8 @@ void LTrackControl::SetPageStep(std::int32_t step) {
 }
 
 std::int32_t LTrackControl::PageStep() const {
-    return m_pageStep > 0 ? m_pageStep : std::max((GetMaxValue() - GetMinValue()) / 10, 1);
+    const std::int64_t range = std::int64_t{GetMaxValue()} - GetMinValue();
+    return m_pageStep > 0 ? m_pageStep : static_cast<std::int32_t>(std::max<std::int64_t>(range / 10, 1));
 }
 
 TrackGeometry::Track LTrackControl::Track() const {

@@ -2,7 +2,6 @@
 #include "Framework/UI/GWorld.h"
 #include "Framework/UI/LCaption.h"
 #include "Framework/UI/LGroupBox.h"
-#include "Framework/UI/LListBox.h"
 #include "Framework/UI/LPicture.h"
 #include "Framework/UI/LRadioGroupView.h"
 #include "Framework/UI/LStdButton.h"
@@ -19,7 +18,6 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
@@ -217,17 +215,6 @@ TEST(ControlsTest, APopupTellsAChoiceBeforeTheEndOfTheClick) {
         }));
         EXPECT_EQ(all, told);
     }
-}
-
-TEST(ControlsTest, AListTellsTheChosenRow) {
-    TestWindow test(R"(<lbox id="10" width="100" height="90" items="One|Two" message="8"/>)");
-    auto& list = test.Pane<LListBox>(10);
-    list.AppendItem(LStr255("Three"));
-    test.Widget<QListWidget>(10).setCurrentRow(2);
-    EXPECT_THAT(test.Told(), ElementsAre(Told{8, 3}));
-    EXPECT_EQ(list.GetItemText(list.GetValue()), "Three");
-    list.RemoveAllItems();
-    EXPECT_EQ(list.GetValue() + test.Widget<QListWidget>(10).count(), 0);
 }
 
 TEST(ControlsTest, ACaptionNamesPanesWithoutNamesAndBringsTheKeyboard) {

@@ -98,18 +98,3 @@ TEST_F(LTrackControlTest, NewBoundsMoveTheValueWithoutBroadcastingIt) {
     test.Widget<QSlider>(10).setValue(33);
     EXPECT_THAT(test.Told(), ElementsAre(Told{650, 33}));
 }
-
-TEST_F(LTrackControlTest, AThumbIsAsLongAsTheVisibleShareWithinLimits) {
-    struct Case {
-        std::int32_t maximum;
-        std::int32_t visible;
-        int length;
-    };
-    for (const Case& tried : {Case{1000, 10, 24}, Case{90, 10, 30}, Case{10, 90, 60}, Case{0, 0, 60}}) {
-        LStream record = Record(R"(<Tscr width="300" height="20"/>)");
-        LScrollBar bar(&record);
-        bar.SetMaxValue(tried.maximum);
-        bar.SetVisibleCount(tried.visible);
-        EXPECT_EQ(bar.ThumbLength(), tried.length) << tried.maximum;
-    }
-}

@@ -16,10 +16,6 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-std::vector<std::string> ProblemsWith(const Arguments& arguments) {
-    return ParseCommandLine(arguments).problems;
-}
-
 CommandLineOptions Options(const Arguments& arguments) {
     const ParsedCommandLine parsed = ParseCommandLine(arguments);
     EXPECT_THAT(parsed.problems, IsEmpty());
@@ -29,72 +25,42 @@ CommandLineOptions Options(const Arguments& arguments) {
 }  // namespace
 
 TEST(CommandLineOptionsTest, AWrongValueIsNamedWithWhatIsExpected) {
-    const TemporaryFolder folder;
-    const std::string longPath = folder.Native(std::string(250, 'x'));
     const std::string longColonPath = "Root:" + std::string(300, 'x');
     struct Case {
         Arguments arguments;
         std::string problem;
     };
-    for (const Case& c : {
-             Case{{"--minutes", "0"}, "--minutes: '0' is not a whole number from 1 to 71582788"},
-             Case{{"--minutes", "-5"}, "--minutes: '-5' is not a whole number from 1 to 71582788"},
-             Case{{"--minutes=71582789"}, "--minutes: '71582789' is not a whole number from 1 to 71582788"},
-             Case{{"--transfer-kb", "4194304"}, "--transfer-kb: '4194304' is not a whole number from 1 to 4194303"},
-             Case{{"--rate-kbps", "1"},
-                  "--rate-kbps: '1' is not a whole number from 2 to 4294967294 or the word unlimited"},
-             Case{{"--rate-kbps", "4294967295"},
-                  "--rate-kbps: '4294967295' is not a whole number from 2 to 4294967294 or the word unlimited"},
-             Case{{"--limit-mb", "99999999999999999999"},
-                  "--limit-mb: '99999999999999999999' is not a whole number from 1 to 4294967295"},
-             Case{{"--limit-mb", " 1"}, "--limit-mb: ' 1' is not a whole number from 1 to 4294967295"},
-             Case{{"--threshold-ms", "1", "--threshold-warnings", "-1"},
-                  "--threshold-warnings: '-1' is not a whole number from 0 to 2147483647 or the word unlimited"},
-             Case{{"--mode", "Writes"}, "--mode: 'Writes' is none of writes, reads, mixed"},
-             Case{{"--method", "direct"}, "--method: 'direct' is none of auto, mac, posix, self-test"},
-             Case{{"--preset", "17"}, "--preset: '17' is no preset's number or name; --list-presets shows them"},
-             Case{{"--preset", "-1"}, "--preset: '-1' is no preset's number or name; --list-presets shows them"},
-             Case{{"--preset", "1", "--limit-mb", "5"},
-                  "--limit-mb: cannot be combined with --preset, which settles it"},
-             Case{{"--threshold-warnings", "5"}, "--threshold-warnings: needs --threshold-ms"},
-             Case{{"--shared-file"}, "--shared-file: needs --path, which names the file"},
-             Case{{"--path", "--loop"}, "--path: needs a value"},
-             Case{{"--loop=no"}, "--loop: takes no value"},
-             Case{{"--quiet", "loud"}, "unexpected argument: loud"},
-             Case{{"--fast"}, "unknown option: --fast"},
-             Case{{"--minutes", "1", "--minutes", "2"}, "--minutes: is given more than once"},
-             Case{{"--path", longPath}, "--path: the path is too long: its colon form has "},
-             Case{{"--error-log", longColonPath},
-                  "--error-log: the path is too long: its colon form has 305 characters, and 255 is the most"},
-             Case{{"--output-log", "/a/log", "--error-log", "/a/./log"},
-                  "--error-log: names the same file as --output-log"},
-             Case{{"--path", "/a/log", "--shared-file", "--json", "Root:a:log"},
-                  "--json: names the same file as --path"},
-         }) {
-        EXPECT_THAT(ProblemsWith(c.arguments), ElementsAre(StartsWith(c.problem))) << c.problem;
+    for (const Case& c :
+         {Case{{"--minutes", "0"}, "--minutes: '0' is not a whole number from 1 to 71582788"},
+          Case{{"--minutes=71582789"}, "--minutes: '71582789' is not a whole number from 1 to 71582788"},
+          Case{{"--transfer-kb", "4194304"}, "--transfer-kb: '4194304' is not a whole number from 1 to 4194303"},
+          Case{{"--rate-kbps", "4294967295"},
+               "--rate-kbps: '4294967295' is not a whole number from 2 to 4294967294 or the word unlimited"},
+          Case{{"--limit-mb", "99999999999999999999"},
+               "--limit-mb: '99999999999999999999' is not a whole number from 1 to 4294967295"},
+          Case{{"--threshold-ms", "1", "--threshold-warnings", "-1"},
+               "--threshold-warnings: '-1' is not a whole number from 0 to 2147483647 or the word unlimited"},
+          Case{{"--mode", "Writes"}, "--mode: 'Writes' is none of writes, reads, mixed"},
+          Case{{"--preset", "17"}, "--preset: '17' is no preset's number or name; --list-presets shows them"},
+          Case{{"--threshold-warnings", "5"}, "--threshold-warnings: needs --threshold-ms"},
+          Case{{"--shared-file"}, "--shared-file: needs --path, which names the file"},
+          Case{{"--loop=no"}, "--loop: takes no value"},
+          Case{{"--minutes", "1", "--minutes", "2"}, "--minutes: is given more than once"},
+          Case{{"--error-log", longColonPath},
+               "--error-log: the path is too long: its colon form has 305 characters, and 255 is the most"},
+          Case{{"--output-log", "/a/log", "--error-log", "/a/./log"},
+               "--error-log: names the same file as --output-log"},
+          Case{{"--path", "/a/log", "--shared-file", "--json", "Root:a:log"},
+               "--json: names the same file as --path"}}) {
+        EXPECT_THAT(ParseCommandLine(c.arguments).problems, ElementsAre(StartsWith(c.problem))) << c.problem;
     }
 }
 
 TEST(CommandLineOptionsTest, EverythingWrongIsNamedInOneAnswer) {
-    EXPECT_THAT(ProblemsWith({"extra", "--minutes", "x", "--mode", "--preset", "2", "--bogus"}),
+    EXPECT_THAT(ParseCommandLine({"extra", "--minutes", "x", "--mode", "--preset", "2", "--bogus"}).problems,
                 ElementsAre("unexpected argument: extra", "unknown option: --bogus", "--mode: needs a value",
                             "--minutes: 'x' is not a whole number from 1 to 71582788",
                             "--mode: cannot be combined with --preset, which settles it"));
-}
-
-TEST(CommandLineOptionsTest, WithoutOptionsTheWorkingDirectoryIsTestedWithTheDefaults) {
-    const CommandLineOptions options = Options({});
-    const IOTestParameters& test = options.plan.parameters;
-    EXPECT_EQ(options.plan.nativePath, std::filesystem::current_path().string());
-    EXPECT_EQ(test.m_drivePath, IOTestParameters::sm_defaultPath);
-    EXPECT_EQ(test.m_testName, "Custom Test");
-    EXPECT_THAT(
-        (std::vector{test.m_transferSizeKB, test.m_transferRateKBps, test.m_durationMinutes, test.m_maxFileSizeMB}),
-        ElementsAre(256, 384, 2, 100));
-    EXPECT_EQ(test.m_readWriteMethod, kWritesThenReads);
-    EXPECT_EQ(test.m_fileAccessMethod, kAccessAutomatic);
-    EXPECT_TRUE(test.m_noCache);
-    EXPECT_FALSE(test.m_loop);
 }
 
 TEST(CommandLineOptionsTest, APresetLeavesTheUsersOwnChoicesAlone) {

@@ -1,19 +1,13 @@
 #include "Programs/CommandLine/JsonFile.h"
 
 #include "CoreClasses/EngineTest.h"
-#include "Platform/FileDescriptor.h"
 #include "Support/TemporaryFolder.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 TEST(JsonFileTest, AFileIsReplacedBehindItsLinkAndKeepsItsPermissions) {
     const TemporaryFolder folder;
@@ -28,20 +22,6 @@ TEST(JsonFileTest, AFileIsReplacedBehindItsLinkAndKeepsItsPermissions) {
     EXPECT_TRUE(std::filesystem::is_symlink(folder.Native("link")));
     EXPECT_EQ(std::filesystem::status(folder.Native("file")).permissions(), std::filesystem::perms(0640));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Native()), {}), 2);  // nothing else stays
-}
-
-TEST(JsonFileTest, APipeStaysOneAndGetsTheLastDocumentAlone) {
-    const TemporaryFolder folder;
-    ASSERT_EQ(::mkfifo(folder.Native("pipe").c_str(), 0600), 0);
-    FileDescriptor reader;
-    ASSERT_EQ(reader.Open(folder.Native("pipe"), O_RDWR), 0);
-    JsonFile json;
-    ASSERT_EQ(json.Open(folder.Native("pipe"), "first"), std::nullopt);
-    ASSERT_EQ(json.Finish("last"), std::nullopt);
-    std::array<char, 20> text{};
-    ASSERT_EQ(reader.Read(text.data(), text.size()).bytes, 4);
-    EXPECT_STREQ(text.data(), "last");
-    EXPECT_TRUE(std::filesystem::is_fifo(folder.Native("pipe")));
 }
 
 TEST(JsonFileTest, AFullDeviceIsReportedAndNotReplaced) {

@@ -1,11 +1,7 @@
 #include "Programs/CommandLine/StatusLine.h"
 
-#include "Programs/CommandLine/ProgressDisplay.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <sstream>
 
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -21,25 +17,6 @@ TestStatus Writing(std::uint32_t elapsedSeconds) {
             .slowestUS = 12'345,
             .errors = 1,
             .quietSeconds = 0};
-}
-
-/// A paced test of 1024 KB at 1024 KB/s in its write phase.
-TestReport PacedReport(std::uint32_t elapsedSeconds, std::uint64_t megabytes) {
-    TestReport report;
-    report.plan.parameters.m_transferSizeKB = 1024;
-    report.plan.parameters.m_transferRateKBps = 1024;
-    report.plan.parameters.m_readWriteMethod = kWritesOnly;
-    report.plan.parameters.m_durationMinutes = 1;
-    report.results.m_writesStarted = true;
-    report.results.m_phase = kPhaseWrite;
-    report.results.m_elapsedSeconds = elapsedSeconds;
-    report.writes.bytes = megabytes << 20;
-    report.writes.transfers = megabytes;
-    report.writes.phaseUS = std::uint64_t{elapsedSeconds} * 1'000'000;
-    for (std::uint64_t i = 0; i < megabytes; ++i) {
-        report.writes.times.Add(1000 * i);
-    }
-    return report;
 }
 
 }  // namespace
@@ -69,36 +46,23 @@ TEST(StatusLineTest, TheRemainingTimeIsNeverNegativeAndALoopHasNone) {
 }
 
 TEST(StatusLineTest, TheCurrentRateFollowsTheLastSecondsAndASilenceIsTold) {
+    TestReport report;
+    report.plan.parameters.m_transferSizeKB = 1024;
+    report.plan.parameters.m_transferRateKBps = 1024;
+    report.results.m_phase = kPhaseWrite;
     StatusTracker tracker;
-    std::uint64_t nowUS = 0;
-    const auto pass = [&](std::uint32_t elapsed, std::uint64_t megabytes) {
-        nowUS = 7'000'000 + std::uint64_t{elapsed} * 1'000'000;
-        tracker.Update(PacedReport(elapsed, megabytes), nowUS, false);
-    };
-    pass(0, 0);
-    EXPECT_EQ(tracker.Status().quietSeconds, 0U);
-    for (std::uint32_t second = 1; second <= 10; ++second) {
-        pass(second, second);
+    for (std::uint32_t second = 0; second <= 15; ++second) {
+        report.results.m_elapsedSeconds = second;
+        report.writes.phaseUS = std::uint64_t{second} * 1'000'000;
+        if (second >= 1 && second <= 10) {
+            report.writes.bytes += std::uint64_t{1} << 20;
+            report.writes.times.Add(1000);
+        }
+        tracker.Update(report, 7'000'000 + report.writes.phaseUS, false);
+        EXPECT_EQ(tracker.Status().quietSeconds, second < 15 ? 0U : 5U);  // from two intervals and three seconds on
+        if (second == 10) {
+            EXPECT_DOUBLE_EQ(tracker.Status().currentKBps, 1024.0);
+        }
     }
-    EXPECT_DOUBLE_EQ(tracker.Status().currentKBps, 1024.0);
-    for (std::uint32_t second = 11; second <= 14; ++second) {
-        pass(second, 10);
-    }
-    EXPECT_EQ(tracker.Status().quietSeconds, 0U);  // less than two intervals and three seconds
-    pass(15, 10);
-    EXPECT_EQ(tracker.Status().quietSeconds, 5U);
-    EXPECT_EQ(tracker.Status().currentKBps, 0.0);
-    EXPECT_NEAR(tracker.Status().averageKBps, 10 * 1024 / 15.0, 0.01);
     EXPECT_THAT(LiveStatusLine(tracker.Status(), 120), HasSubstr("no transfer for 0:05, 0.00 MB/s (avg 0.667)"));
-}
-
-TEST(StatusLineTest, TheLiveLineIsErasedBeforeOtherText) {
-    std::ostringstream err;
-    const Console console{
-        .out = err, .err = err, .errHasColour = true, .errIsLive = true, .errColumns = [] { return 40; }};
-    ProgressDisplay display(console, ProgressDisplay::Progress::Shown);
-    display.Show(Writing(20));
-    display.Say("text");
-    display.Clear();
-    EXPECT_EQ(err.str(), "\r\033[K\033[31mWriting   0:40 left  4.00 MB/s, 1 error\033[0m\r\033[Kgaugeline-cli: text\n");
 }

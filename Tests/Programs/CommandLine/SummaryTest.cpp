@@ -6,10 +6,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-using testing::AllOf;
 using testing::EndsWith;
-using testing::HasSubstr;
-using testing::Not;
 
 namespace {
 
@@ -76,21 +73,6 @@ Verdict       short (writes 90.9 %, reads 0.0 % of 4096 KB/s), with 1 error
     EXPECT_THAT(SummaryText(PacedReport(), true),
                 EndsWith("Verdict       \033[31mshort\033[0m (writes 90.9 %, reads 0.0 % of 4096 KB/s)"
                          "\033[31m, with 1 error\033[0m\n"));
-}
-
-TEST(SummaryTest, AnUnpacedTestHasNoDeadlines) {
-    TestReport report = PacedReport();
-    report.plan.parameters.m_transferRateKBps = kUnlimitedRate;
-    report.plan.parameters.m_readWriteMethod = kWritesOnly;
-    report.plan.thresholdMS = 100;
-    report.overThreshold = 1;
-    report.writes.errors = 0;
-    report.fileCache = {.mode = FileCacheMode::Cached, .isVolatile = true, .refusal = nullptr};
-    EXPECT_THAT(SummaryText(report, true),
-                AllOf(HasSubstr("writes of 1024 KB at an unlimited rate, 1 minute"),
-                      HasSubstr("cached (volatile file system: its files are in memory only)\n"),
-                      Not(HasSubstr("deadlines")), Not(HasSubstr("reads")),
-                      HasSubstr("\nover 100 ms                          1\n"), EndsWith("\nVerdict       unpaced\n")));
 }
 
 TEST(SummaryTest, TheDocumentIsValidWhateverThePathsBytesAre) {

@@ -41,26 +41,28 @@ TEST(VerdictTest, TheWorseDirectionDecidesAndErrorsOutweighIt) {
         const char* verdict;
         int exitStatus;
     };
-    for (const Case& c : {
-             Case{kWritesOnly, 1000, 950, 0, 0, "sustained", 0},
-             Case{kWritesOnly, 1000, 949.9, 0, 0, "marginal", 1},
-             Case{kReadsOnly, 1000, 0, 850, 0, "marginal", 1},
-             Case{kReadsOnly, 1000, 0, 849.9, 0, "short", 1},
-             Case{kWritesThenReads, 1000, 2000, 900, 0, "marginal", 1},
-             Case{kWritesThenReads, 1000, 500, 1000, 0, "short", 1},
-             Case{kWritesThenReads, 1000, 1000, 0, 0, "short", 1},
-             Case{kWritesThenReads, 1000, 1000, 1000, 1, "sustained", 4},
-             Case{kWritesOnly, 1000, 100, 0, 2, "short", 4},
-             Case{kWritesOnly, kUnlimitedRate, 3, 0, 0, "unpaced", 0},
-             Case{kWritesThenReads, kUnlimitedRate, 3, 0, 0, "short", 1},
-             Case{kReadsOnly, kUnlimitedRate, 0, 3, 1, "unpaced", 4},
-         }) {
+    for (const Case& c :
+         {Case{kWritesOnly, 1000, 950, 0, 0, "sustained", 0}, Case{kWritesOnly, 1000, 949.9, 0, 0, "marginal", 1},
+          Case{kReadsOnly, 1000, 0, 850, 0, "marginal", 1}, Case{kReadsOnly, 1000, 0, 849.9, 0, "short", 1},
+          Case{kWritesThenReads, 1000, 2000, 900, 0, "marginal", 1},
+          Case{kWritesThenReads, 1000, 1000, 0, 0, "short", 1},
+          Case{kWritesThenReads, 1000, 1000, 1000, 1, "sustained", 4},
+          Case{kWritesOnly, kUnlimitedRate, 3, 0, 0, "unpaced", 0},
+          Case{kWritesThenReads, kUnlimitedRate, 3, 0, 0, "short", 1},
+          Case{kReadsOnly, kUnlimitedRate, 0, 3, 1, "unpaced", 4}}) {
         TestReport report = Completed(c.mode, c.target);
         report.writes = Measured(c.writes, c.errors);
         report.reads = Measured(c.reads);
         EXPECT_STREQ(VerdictName(Judge(report).value()), c.verdict) << c.writes << " " << c.reads;
         EXPECT_EQ(ExitStatusOf(report), c.exitStatus) << c.writes << " " << c.reads;
     }
+}
+
+TEST(VerdictTest, ASelfTestIsNotJudgedByARateItCannotHave) {
+    TestReport report = Completed(kWritesOnly, 1000);
+    report.plan.parameters.m_fileAccessMethod = kAccessSelfTest;
+    report.writes.transfers = 240;
+    EXPECT_EQ(Judge(report), Verdict::Unpaced);
 }
 
 TEST(VerdictTest, ATestThatWasInterruptedIsJudgedByWhatItCameTo) {
