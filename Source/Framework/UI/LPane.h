@@ -96,7 +96,7 @@ public:
     void Draw();
     void Refresh();
 
-    /// Draws the pane, and what is inside it, into `image`, whose coordinates become the pane's. Needs no window.
+    /// Draws the pane, without what is inside it, into `image`, whose coordinates become the pane's. Needs no window.
     void DrawInto(GWorld& image);
 
     /// Completes a pane whose window stands: `FinishCreateSelf` of it and of everything inside it, insides last.
