@@ -1,31 +1,43 @@
 #!/usr/bin/env bash
-# Builds gaugeline-cli where that is needed, and runs it.
+# Builds the program where that is needed, and runs it.
 #
-#   ./run.sh              measures the current directory: one minute of unlimited writes, with both logs left in it
-#   ./run.sh ARGUMENT...  runs gaugeline-cli with exactly these arguments
+#   ./run.sh              opens the window; where there is no display, measures the current directory without one: one
+#                         minute of unlimited writes, with both logs left in it
+#   ./run.sh ARGUMENT...  runs gaugeline-cli, the program without a window, with exactly these arguments
 #
-# Works from any directory. The exit status is that of gaugeline-cli.
+# Works from any directory. The exit status is that of the program.
 set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
-program=$root/build/release/Source/Programs/gaugeline-cli
+if (($# == 0)) && [[ -n ${DISPLAY:-}${WAYLAND_DISPLAY:-} ]]; then
+    name=gaugeline
+    packages=(build windows)
+else
+    name=gaugeline-cli
+    packages=(build)
+fi
+program=$root/build/release/Source/Programs/$name
 
 configure_and_build() {
-    # A folder that test.sh has configured keeps its tests; a new one is spared them and their packages.
+    # A folder that test.sh has configured keeps its tests; a new one is spared them and their packages, and without a
+    # window to open also what windows are made of.
     local options=()
     if [[ ! -f $root/build/release/CMakeCache.txt ]]; then
-        options=(-DBUILD_TESTING=OFF)
+        options=(-DBUILD_TESTING=OFF -DGAUGELINE_WINDOWS=OFF)
+    fi
+    if [[ $name == gaugeline ]]; then
+        options+=(-DGAUGELINE_WINDOWS=ON)
     fi
     cd -- "$root" &&
         cmake --preset release "${options[@]}" &&
-        cmake --build --preset release --target gaugeline-cli
+        cmake --build --preset release --target "$name"
 }
 
 # Standard output belongs to the program's results: what the build has to say goes to standard error, and it says
 # nothing unless it fails.
 build() {
     if [[ ! -x $program ]]; then
-        echo "Building gaugeline-cli; this takes a minute or two the first time." >&2
+        echo "Building $name; this takes a minute or two the first time." >&2
     fi
     local output
     if ! output=$(configure_and_build 2>&1); then
@@ -63,9 +75,10 @@ measure_current_directory() {
     return "$status"
 }
 
-"$root/scripts/install-dependencies.sh" build
+"$root/scripts/install-dependencies.sh" "${packages[@]}"
 build
-if (($# > 0)); then
+if (($# > 0)) || [[ $name == gaugeline ]]; then
     exec "$program" "$@"
 fi
+echo "There is no display to open the window on: measuring the current directory without it." >&2
 measure_current_directory

@@ -1,17 +1,18 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a task needs and that are missing.
 #
-#   scripts/install-dependencies.sh [build] [windows] [tests] [checks] [compare] [all]      (without a word: build)
+#   scripts/install-dependencies.sh [GROUP...]      build (the default), windows, tests, checks, compare, pictures, all
 #
 # Asks nothing and changes nothing when all packages are there. Exit status: 0 when they are, 1 when they are not and
 # could not be installed, 2 for an unknown group.
 set -euo pipefail
 
 build=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
-windows=(qt6-base-dev)
+windows=(qt6-base-dev fonts-dejavu-core)
 tests=(libgtest-dev libgmock-dev libbenchmark-dev)
 checks=(clang-format clang-tidy clang shellcheck)
 compare=(fio)
+pictures=(xvfb xdotool imagemagick openbox)
 
 wanted=()
 for group in "${@:-build}"; do
@@ -21,9 +22,10 @@ for group in "${@:-build}"; do
         tests) wanted+=("${tests[@]}") ;;
         checks) wanted+=("${checks[@]}") ;;
         compare) wanted+=("${compare[@]}") ;;
-        all) wanted+=("${build[@]}" "${windows[@]}" "${tests[@]}" "${checks[@]}" "${compare[@]}") ;;
+        pictures) wanted+=("${pictures[@]}") ;;
+        all) wanted+=("${build[@]}" "${windows[@]}" "${tests[@]}" "${checks[@]}" "${compare[@]}" "${pictures[@]}") ;;
         *)
-            echo "$0: unknown group '$group'; there are build, windows, tests, checks, compare and all" >&2
+            echo "$0: unknown group '$group'; there are build, windows, tests, checks, compare, pictures and all" >&2
             exit 2
             ;;
     esac

@@ -163,17 +163,22 @@ int FileReadWriteWorker::VCleanupFiles() {
 
 /// While a test of an existing file runs, nothing that is listed is deleted, so that the file itself never is. What its
 /// write phases made beside that file goes when the test ends.
-void FileReadWriteWorker::RemoveOwnFilesBesideShared() const {
-    for (const CString& name : ScratchFiles()) {
-        RemoveListedFile(name);
+void FileReadWriteWorker::RemoveOwnFilesBesideShared() {
+    CString name;
+    while (m_fileList.RemoveFileThreadSafe(name)) {
+        if (!IsSharedFile(name)) {
+            RemoveListedFile(name);
+        }
     }
+}
+
+bool FileReadWriteWorker::IsSharedFile(const CString& name) const {
+    return m_parameters.m_sharedFileInPath && name == m_parameters.m_drivePath;
 }
 
 std::vector<CString> FileReadWriteWorker::ScratchFiles() const {
     std::vector<CString> names = m_fileList.Names();
-    if (m_parameters.m_sharedFileInPath) {
-        std::erase(names, m_parameters.m_drivePath);
-    }
+    std::erase_if(names, [this](const CString& name) { return IsSharedFile(name); });
     return names;
 }
 

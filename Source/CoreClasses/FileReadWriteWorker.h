@@ -149,7 +149,9 @@ private:
     // The thread's body and its cycle.
     void RunCycles();
     void RunCycle();
-    void RemoveOwnFilesBesideShared() const;
+    void RemoveOwnFilesBesideShared();
+    /// Whether `name` is the existing file that the user gave to be tested.
+    [[nodiscard]] bool IsSharedFile(const CString& name) const;
     void LogAndLinger();
     [[nodiscard]] std::uint64_t TransfersCompleted() const;
 

@@ -88,15 +88,19 @@ void FileReadWriteWorker::FailWithoutBuffer(Direction direction) {
     }
 }
 
+/// Reading takes the listed files in turn. Writing does so too, but never takes an existing file under test, which the
+/// reading of an earlier cycle has listed: writing begins with emptying what it writes to.
 bool FileReadWriteWorker::ChooseFile(Direction direction, CString& name) {
-    if (direction == Direction::Write && m_readFileList->IsEmpty()) {
+    if (direction == Direction::Write && ScratchFiles().empty()) {
         if (!NewFileName(name)) {
             return false;
         }
         m_fileList.AddFile(name.CStr());
         return true;
     }
-    m_readFileList->GetNextFileThreadSafe(name);
+    do {
+        m_readFileList->GetNextFileThreadSafe(name);
+    } while (direction == Direction::Write && IsSharedFile(name));
     return true;
 }
 

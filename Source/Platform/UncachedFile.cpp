@@ -209,9 +209,7 @@ int UncachedFile::Close(Flush flush) {
 
 void UncachedFile::FindOut() {
     m_report.isVolatile = FileSystem::LivesInMemory(m_file.Descriptor());
-    if (m_furthest > 0) {
-        m_report.mode = ModeFound();
-    }
+    m_report.mode = m_furthest > 0 ? ModeFound() : FileCacheMode::Unknown;
 }
 
 FileCacheMode UncachedFile::ModeFound() const {

@@ -11,6 +11,7 @@
 #include "Framework/UI/TRegistrar.h"
 #include "Support/TestWindow.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>

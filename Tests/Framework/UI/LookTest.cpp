@@ -25,7 +25,7 @@ double ContrastOf(Role one, Role other, Contrast contrast) {
         };
         return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue) + 0.05;
     };
-    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
     return lighter / darker;
 }
 
