@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that a task needs and that are missing.
 #
-#   scripts/install-dependencies.sh [GROUP...]      build (the default), windows, tests, checks, compare, pictures, all
+#   scripts/install-dependencies.sh [GROUP...]      build (the default), windows, tests, checks, compare, pictures,
+#                                                   faults, all
 #
 # Asks nothing and changes nothing when all packages are there. Exit status: 0 when they are, 1 when they are not and
 # could not be installed, 2 for an unknown group.
@@ -13,6 +14,7 @@ tests=(libgtest-dev libgmock-dev libbenchmark-dev)
 checks=(clang-format clang-tidy clang shellcheck)
 compare=(fio)
 pictures=(xvfb xdotool imagemagick openbox)
+faults=(libfuse3-dev fuse3 strace pkg-config)
 
 wanted=()
 for group in "${@:-build}"; do
@@ -23,9 +25,13 @@ for group in "${@:-build}"; do
         checks) wanted+=("${checks[@]}") ;;
         compare) wanted+=("${compare[@]}") ;;
         pictures) wanted+=("${pictures[@]}") ;;
-        all) wanted+=("${build[@]}" "${windows[@]}" "${tests[@]}" "${checks[@]}" "${compare[@]}" "${pictures[@]}") ;;
+        faults) wanted+=("${faults[@]}") ;;
+        all)
+            wanted+=("${build[@]}" "${windows[@]}" "${tests[@]}" "${checks[@]}" "${compare[@]}" "${pictures[@]}"
+                "${faults[@]}")
+            ;;
         *)
-            echo "$0: unknown group '$group'; there are build, windows, tests, checks, compare, pictures and all" >&2
+            echo "$0: unknown group '$group'; there are build, windows, tests, checks, compare, pictures, faults, all" >&2
             exit 2
             ;;
     esac

@@ -348,6 +348,7 @@ void CIOTesterDlg::OnChangeSettings() {
 void CIOTesterDlg::TakeParameters(const IOTestParameters& parameters) {
     m_parameters = parameters;
     m_methodName.Empty();
+    SetDescriptorForPaneID(36, m_methodName);
     m_results.ClearResults();
     m_lastLogTime = CTime::GetCurrentTime();
     Chart_ClearData();
@@ -375,10 +376,10 @@ void CIOTesterDlg::DoClose() {
 }
 
 void CIOTesterDlg::DrawSelf() {
-    using namespace Drawing;
-    const StateSaver saved;
+    const Drawing::StateSaver saved;
     const Rect frame = CalcLocalFrameRect();
-    RGBForeColor({0x9000, 0x3A00, 0xAC00});
-    PenSize(4, 4);
-    FrameRoundRect(SetRect(frame.left + 8, frame.top + 22, frame.right - 8, frame.bottom - 4), 30, 30);
+    Drawing::RGBForeColor({0x9000, 0x3A00, 0xAC00});
+    Drawing::PenSize(4, 4);
+    Drawing::FrameRoundRect(Drawing::SetRect(frame.left + 8, frame.top + 22, frame.right - 8, frame.bottom - 4), 30,
+                            30);
 }

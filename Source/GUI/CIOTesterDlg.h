@@ -98,8 +98,6 @@ protected:
     void FinishCreateSelf() override;
 
 private:
-    friend class CIOTesterDlgTest;
-
     /// What a phase shows on the four readouts.
     struct PhaseReading {
         const char* caption;

@@ -30,7 +30,7 @@ constexpr int kSeriesThickness = 2;
 constexpr int kPointRadius = 2;
 
 struct SeriesRow {
-    const char* label;
+    const char* label = "";
     RGBColor color;
 };
 

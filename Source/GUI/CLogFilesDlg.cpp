@@ -86,21 +86,20 @@ LStr255 CLogFilesDlg::GetFullPath(const std::string& nativePath) {
 
 /// Each field sits in a sunken bevel.
 void CLogFilesDlg::FrameField(PaneIDT field) {
-    using namespace Drawing;
     const LPane* pane = FindPaneByID(field);
     if (pane == nullptr) {
         return;
     }
     const Rect inside = pane->FrameInSuperView();
-    const Rect bevel = SetRect(inside.left - 3, inside.top - 3, inside.right + 3, inside.bottom + 3);
-    RGBForeColor(kBevelDark);
-    PenNormal();
-    FrameRect(bevel);
-    RGBForeColor(kBevelLight);
-    PenSize(2, 2);
-    MoveTo(bevel.left, bevel.bottom - 2);
-    LineTo(bevel.right - 2, bevel.bottom - 2);
-    LineTo(bevel.right - 2, bevel.top);
+    const Rect bevel = Drawing::SetRect(inside.left - 3, inside.top - 3, inside.right + 3, inside.bottom + 3);
+    Drawing::RGBForeColor(kBevelDark);
+    Drawing::PenNormal();
+    Drawing::FrameRect(bevel);
+    Drawing::RGBForeColor(kBevelLight);
+    Drawing::PenSize(2, 2);
+    Drawing::MoveTo(bevel.left, bevel.bottom - 2);
+    Drawing::LineTo(bevel.right - 2, bevel.bottom - 2);
+    Drawing::LineTo(bevel.right - 2, bevel.top);
 }
 
 void CLogFilesDlg::DrawSelf() {

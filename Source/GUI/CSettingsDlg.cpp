@@ -4,6 +4,7 @@
 #include "Framework/Base/LException.h"
 #include "Framework/UI/ControlLinks.h"
 #include "Framework/UI/FileDialogs.h"
+#include "Framework/UI/LApplication.h"
 #include "Framework/UI/LStdButton.h"
 #include "Framework/UI/StandardAlert.h"
 #include "GUI/CLogFilesDlg.h"
@@ -254,7 +255,7 @@ void CSettingsDlg::ShowCustomSettings() {
 /// A rate of the popup is shown by its item, whose text then goes into the field; any other is shown as a number.
 void CSettingsDlg::ShowTransferRate() {
     const std::uint32_t rate = m_parameters.m_transferRateKBps;
-    const auto found = std::find(kRateItems.begin(), kRateItems.end(), rate);
+    const auto* const found = std::find(kRateItems.begin(), kRateItems.end(), rate);
     if (found == kRateItems.end()) {
         SetField(kRateGroup, Decimal(rate));
         return;
@@ -412,7 +413,18 @@ void CSettingsDlg::Store(const Entries& entries) {
     m_parameters.m_reservedFlagA = IsTicked(kReservedABox);
 }
 
+void CSettingsDlg::DoClose() {
+    if (LApplication::Instance().IsOpen(m_logFilesDlg)) {
+        m_logFilesDlg->CloseWindow();
+    }
+    LDialogBox::DoClose();
+}
+
 void CSettingsDlg::OpenLogFiles() {
+    if (LApplication::Instance().IsOpen(m_logFilesDlg)) {
+        m_logFilesDlg->Select();
+        return;
+    }
     auto* dialog = dynamic_cast<CLogFilesDlg*>(CreateWindow(kLogFilesLayout, this));
     m_logFilesDlg = ThrowIfNil(dialog, "the log-files window");
     m_logFilesDlg->OpenFor(CString(m_outputMgr->GetErrFilePath()), CString(m_outputMgr->GetOutFilePath()));

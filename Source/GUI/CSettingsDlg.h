@@ -27,6 +27,9 @@ public:
     /// The edited record: what was opened, until a `SaveSettings` succeeds.
     [[nodiscard]] const IOTestParameters& Parameters() const { return m_parameters; }
 
+    /// The log-files window goes with it.
+    void DoClose() override;
+
     void ListenToMessage(MessageT message, void* ioParam) override;
     /// Command 3000: the log paths have been accepted; both files are closed and opened anew.
     bool ObeyCommand(CommandT command, void* ioParam) override;

@@ -68,6 +68,7 @@ LColorEditView& LEditPopupView::Field() {
 void LEditPopupView::FinishCreateSelf() {
     Popup().AddListener(this);
     Field().AddListener(this);
+    Field().TabTo(Popup());  // the popup lies below the field, but its arrow comes after it
 }
 
 void LEditPopupView::ListenToMessage(MessageT message, void* /*ioParam*/) {
@@ -127,10 +128,9 @@ void LEditPopupView::TakePickedItem() {
 }
 
 void LEditPopupView::DrawSelf() {
-    using namespace Drawing;
-    const StateSaver saved;
+    const Drawing::StateSaver saved;
     const Rect frame = CalcLocalFrameRect();
-    RGBForeColor(kOutline);
-    PenNormal();
-    FrameRect(SetRect(0, 0, frame.Width(), frame.Height() - 1));
+    Drawing::RGBForeColor(kOutline);
+    Drawing::PenNormal();
+    Drawing::FrameRect(Drawing::SetRect(0, 0, frame.Width(), frame.Height() - 1));
 }

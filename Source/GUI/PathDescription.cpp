@@ -25,7 +25,7 @@ std::string Reason(int error) {
 
 std::string Room(const std::string& nativePath) {
     const auto bytes = FileSystem::FreeBytes(nativePath);
-    return bytes ? std::to_string(*bytes / (1024 * 1024)) + " MB free" : "free space unknown";
+    return bytes ? std::to_string(*bytes >> 20) + " MB free" : "free space unknown";
 }
 
 std::string DescribeFile(const std::string& native) {

@@ -5,6 +5,7 @@
 #include <climits>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <set>
 #include <sstream>
 
@@ -191,14 +192,39 @@ std::string Normalised(std::string_view nativePath) {
 
 }  // namespace
 
+std::string VolumeNames::NameOf(const std::string& mountPoint) {
+    const std::scoped_lock lock(m_lock);
+    if (const auto known = m_names.find(mountPoint); known != m_names.end()) {
+        return known->second;
+    }
+    const std::string last = mountPoint.substr(mountPoint.rfind('/') + 1);
+    const std::string wanted = last.empty() ? std::string(kRootVolumeName) : Swapped(last, ':', '/');
+    const auto isTaken = [this](const std::string& name) {
+        return std::any_of(m_names.begin(), m_names.end(), [&](const auto& given) { return given.second == name; });
+    };
+    std::string name = wanted;
+    for (int number = 2; isTaken(name); ++number) {
+        name = wanted + ' ' + std::to_string(number);
+    }
+    m_names.emplace(mountPoint, name);
+    return name;
+}
+
 VolumeTable VolumeTable::Mounted() {
     std::ifstream file("/proc/self/mountinfo", std::ios::binary);
     std::ostringstream text;
     text << file.rdbuf();
-    return FromMountInfo(text.str(), ExamineMounted);
+    // Never destroyed: a thread that hangs in the storage may still convert a path while the process ends.
+    static VolumeNames* const names = std::make_unique<VolumeNames>().release();
+    return FromMountInfo(text.str(), ExamineMounted, *names);
 }
 
 VolumeTable VolumeTable::FromMountInfo(std::string_view text, const Examine& examine) {
+    VolumeNames names;
+    return FromMountInfo(text, examine, names);
+}
+
+VolumeTable VolumeTable::FromMountInfo(std::string_view text, const Examine& examine, VolumeNames& names) {
     std::vector<MountEntry> entries = ParseMountInfo(text);
     auto root = std::find_if(entries.begin(), entries.end(), [](const auto& e) { return e.mountPoint == "/"; });
     if (root == entries.end()) {
@@ -218,27 +244,10 @@ VolumeTable VolumeTable::FromMountInfo(std::string_view text, const Examine& exa
         const MountFacts facts = examine(entry);
         if (isRoot || (facts.isFolderWithCapacity && !seen.contains(facts.identity))) {
             seen.insert(facts.identity);
-            table.Add(entry);
+            table.m_volumes.push_back({names.NameOf(entry.mountPoint), entry.mountPoint, entry.fileSystemType});
         }
     }
     return table;
-}
-
-void VolumeTable::Add(const MountEntry& entry) {
-    m_volumes.push_back({FreeName(entry.mountPoint), entry.mountPoint, entry.fileSystemType});
-}
-
-std::string VolumeTable::FreeName(std::string_view mountPoint) const {
-    const std::string_view last = mountPoint.substr(mountPoint.rfind('/') + 1);
-    const std::string wanted = last.empty() ? std::string(kRootVolumeName) : Swapped(last, ':', '/');
-    const auto isTaken = [this](const std::string& name) {
-        return std::any_of(m_volumes.begin(), m_volumes.end(), [&](const Volume& v) { return v.name == name; });
-    };
-    std::string name = wanted;
-    for (int number = 2; isTaken(name); ++number) {
-        name = wanted + ' ' + std::to_string(number);
-    }
-    return name;
 }
 
 std::optional<std::string> VolumeTable::ToNative(std::string_view colonPath) const {

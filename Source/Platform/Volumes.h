@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <map>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,18 +30,33 @@ struct MountFacts {
     std::string identity;  ///< equal for two mounts of the same file system
 };
 
+/// The names given to mount points. A name stays with its mount point, so that a volume which comes or goes never makes
+/// the path of another one mean a different place. Any thread.
+class VolumeNames {
+public:
+    /// The name that the mount point has been given, or a free one, which is its name from now on.
+    [[nodiscard]] std::string NameOf(const std::string& mountPoint);
+
+private:
+    std::mutex m_lock;
+    std::map<std::string, std::string> m_names;  ///< by mount point; guarded by m_lock
+};
+
 /// The mounted volumes at one moment, in mount order with the root file system first, and the conversion between
 /// native paths and colon paths (`Volume:Folder:file`) over them. A value: copy and use it on any thread.
 class VolumeTable {
 public:
     using Examine = std::function<MountFacts(const MountEntry&)>;
 
-    /// The volumes mounted now. File systems that live on another machine or in a user process are taken to have a
-    /// capacity without being asked, because the asking may hang.
+    /// The volumes mounted now, by the names that their mount points had in earlier tables of this program. File
+    /// systems that live on another machine or in a user process are taken to have a capacity without being asked,
+    /// because the asking may hang.
     [[nodiscard]] static VolumeTable Mounted();
 
     /// The volumes that the text of a mount table (the format of /proc/self/mountinfo) describes; `examine` is asked
-    /// about each entry that is not a known pseudo file system. Lines that cannot be read are passed over.
+    /// about each entry that is not a known pseudo file system. Lines that cannot be read are passed over. `names` has
+    /// the names of earlier tables, which are kept.
+    [[nodiscard]] static VolumeTable FromMountInfo(std::string_view text, const Examine& examine, VolumeNames& names);
     [[nodiscard]] static VolumeTable FromMountInfo(std::string_view text, const Examine& examine);
 
     [[nodiscard]] const std::vector<Volume>& Volumes() const& { return m_volumes; }
@@ -57,8 +74,5 @@ public:
     [[nodiscard]] const Volume* HoldingVolume(std::string_view nativePath) const;
 
 private:
-    void Add(const MountEntry& entry);
-    [[nodiscard]] std::string FreeName(std::string_view mountPoint) const;
-
     std::vector<Volume> m_volumes;
 };

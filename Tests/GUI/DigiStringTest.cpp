@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <functional>
 #include <map>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -71,22 +71,19 @@ Picture EmptyReadout() {
     return picture;
 }
 
-/// The picture of these characters, each in the cell that begins at its place.
-Picture Expected(const std::vector<std::pair<int, char>>& cells) {
+/// The picture of these characters from a place on; a digit's cell is 14 wide, a separator's 5.
+Picture Expected(int left, std::string_view characters) {
     Picture picture = EmptyReadout();
-    for (const auto& [left, character] : cells) {
-        if (character == ':' || character == '.') {
-            for (std::size_t dot = 0; dot < kDots.size(); ++dot) {
-                Paint(picture, kDots[dot], left, (dot < 2) == (character == ':') ? '#' : '.');
-            }
-            continue;
+    for (const char character : characters) {
+        const bool isSeparator = character == ':' || character == '.';
+        for (std::size_t dot = 0; isSeparator && dot < kDots.size(); ++dot) {
+            Paint(picture, kDots[dot], left, (dot < 2) == (character == ':') ? '#' : '.');
         }
-        for (const Corners& segment : kSegments) {
-            Paint(picture, segment, left, '.');
+        for (std::size_t segment = 0; !isSeparator && segment < kSegments.size(); ++segment) {
+            const bool isLit = kLitSegments.at(character).find(static_cast<char>('0' + segment)) != std::string::npos;
+            Paint(picture, kSegments[segment], left, isLit ? '#' : '.');
         }
-        for (const char segment : kLitSegments.at(character)) {
-            Paint(picture, kSegments[static_cast<std::size_t>(segment - '0')], left, '#');
-        }
+        left += isSeparator ? 5 : 14;
     }
     return picture;
 }
@@ -123,77 +120,40 @@ protected:
     DigiString m_readout{SPaneInfo{.width = kWidth, .height = kHeight}};
 };
 
+/// One after the other, so that nothing of a draw may show in the next one.
 TEST_F(DigiStringTest, ShowsItsValueInCellsAndTellsItAsText) {
-    const auto number = [](std::int32_t value) { return [=](DigiString& readout) { readout.setLongValue(value); }; };
-    const auto fraction = [](float value) { return [=](DigiString& readout) { readout.setFloatValue(value); }; };
-    const auto text = [](const char* value) { return [=](DigiString& readout) { readout.setStringValue(value); }; };
-    const struct {
-        std::function<void(DigiString&)> set;
-        std::vector<std::pair<int, char>> cells;
-        std::string accessibleValue;
-    } cases[] = {
-        {number(7), {{56, '7'}}, "7"},
-        {number(10), {{49, '1'}, {63, '0'}}, "10"},
-        {number(34689), {{28, '3'}, {42, '4'}, {56, '6'}, {70, '8'}, {84, '9'}}, "34689"},
-        {number(-5), {{56, '?'}}, ""},
-        {number(2147483647),
-         {{-7, '2'},
-          {7, '1'},
-          {21, '4'},
-          {35, '7'},
-          {49, '4'},
-          {63, '8'},
-          {77, '3'},
-          {91, '6'},
-          {105, '4'},
-          {119, '7'}},
-         "2147483647"},
-        {fraction(0.0F), {{39, '0'}, {53, '.'}, {58, '0'}, {72, '0'}}, "0.00"},
-        {fraction(0.05F), {{39, '0'}, {53, '.'}, {58, '0'}, {72, '5'}}, "0.05"},
-        {fraction(0.5F), {{39, '0'}, {53, '.'}, {58, '5'}, {72, '0'}}, "0.50"},
-        {fraction(0.99F), {{39, '0'}, {53, '.'}, {58, '9'}, {72, '9'}}, "0.99"},
-        {fraction(1.0F), {{39, '1'}, {53, '.'}, {58, '0'}, {72, '0'}}, "1.00"},
-        {fraction(12.345F), {{32, '1'}, {46, '2'}, {60, '.'}, {65, '3'}, {79, '4'}}, "12.34"},
-        {fraction(123.456F), {{25, '1'}, {39, '2'}, {53, '3'}, {67, '.'}, {72, '4'}, {86, '5'}}, "123.45"},
-        {text(""), {}, ""},
-        {text("-"), {{55, '-'}}, "-"},
-        {text("0"), {{55, '-'}}, "-"},
-        {text("05"), {{49, '0'}, {63, '5'}}, "05"},
-        {text("0005"), {{49, '0'}, {63, '5'}}, "05"},
-        {text("59"), {{49, '5'}, {63, '9'}}, "59"},
-        {text("OVERFLOW"), {{45, 'O'}, {59, 'F'}, {73, 'L'}}, "OVERFLOW"},
-        {text("LOOP"), {{35, 'L'}, {49, 'O'}, {63, 'O'}, {77, 'P'}}, "LOOP"},
-        {text("LOOPS"), {{56, '0'}}, "0"},
-        {text("12:34"), {{32, '1'}, {46, '2'}, {60, ':'}, {65, '3'}, {79, '4'}}, "12:34"},
-        {text("01:05"), {{32, '0'}, {46, '1'}, {60, ':'}, {65, '0'}, {79, '5'}}, "01:05"},
-        {text("01:02:03"),
-         {{16, '0'}, {30, '1'}, {44, ':'}, {49, '0'}, {63, '2'}, {77, ':'}, {82, '0'}, {96, '3'}},
-         "01:02:03"},
-        {text("23:59:59"),
-         {{16, '2'}, {30, '3'}, {44, ':'}, {49, '5'}, {63, '9'}, {77, ':'}, {82, '5'}, {96, '9'}},
-         "23:59:59"},
-        {text("1:2:3:4"), {}, ""},
+    const auto check = [this](int left, const std::string& cells) {
+        EXPECT_EQ(m_readout.AccessibleValue(), cells == "?" ? "" : cells);
+        EXPECT_EQ(Drawn(m_readout), Expected(left, cells)) << cells;
     };
-    for (const auto& row : cases) {
-        row.set(m_readout);
-        const std::string shown = m_readout.AccessibleValue();
-        EXPECT_EQ(shown, row.accessibleValue);
-        EXPECT_EQ(Drawn(m_readout), Expected(row.cells)) << '"' << shown << '"';
+    const std::tuple<std::int32_t, int, const char*> numbers[] = {
+        {7, 56, "7"}, {10, 49, "10"}, {34689, 28, "34689"}, {-5, 56, "?"}, {2147483647, -7, "2147483647"},
+    };
+    for (const auto& [number, left, cells] : numbers) {
+        m_readout.setLongValue(number);
+        check(left, cells);
     }
-}
-
-/// Nothing of a draw may show in the next one: neither its picture nor its leading zero.
-TEST_F(DigiStringTest, EveryDrawStartsAfresh) {
-    m_readout.setStringValue("0");
-    const Picture dash = Drawn(m_readout);
-    m_readout.setLongValue(7);
-    EXPECT_EQ(Drawn(m_readout), Expected({{56, '7'}}));
-    m_readout.setStringValue("0:0:0:0");
-    EXPECT_EQ(Drawn(m_readout), EmptyReadout());
-    m_readout.setStringValue("12:34");
-    EXPECT_EQ(Drawn(m_readout), Expected({{32, '1'}, {46, '2'}, {60, ':'}, {65, '3'}, {79, '4'}}));
-    m_readout.setStringValue("0");
-    EXPECT_EQ(Drawn(m_readout), dash);
+    const std::tuple<float, int, const char*> fractions[] = {
+        {0.0F, 39, "0.00"},  {0.05F, 39, "0.05"},    {0.5F, 39, "0.50"},
+        {0.99F, 39, "0.99"}, {12.345F, 32, "12.34"}, {123.456F, 25, "123.45"},
+    };
+    for (const auto& [fraction, left, cells] : fractions) {
+        m_readout.setFloatValue(fraction);
+        check(left, cells);
+    }
+    const std::tuple<const char*, int, const char*> texts[] = {
+        {"", 0, ""},        {"-", 55, "-"},         {"0", 55, "-"},
+        {"0005", 49, "05"}, {"59", 49, "59"},       {"LOOP", 35, "LOOP"},
+        {"LOOPS", 56, "0"}, {"12:34", 32, "12:34"}, {"01:02:03", 16, "01:02:03"},
+        {"1:2:3:4", 0, ""},
+    };
+    for (const auto& [text, left, cells] : texts) {
+        m_readout.setStringValue(text);
+        check(left, cells);
+    }
+    m_readout.setStringValue("OVERFLOW");
+    EXPECT_EQ(m_readout.AccessibleValue(), "OVERFLOW");
+    EXPECT_EQ(Drawn(m_readout), Expected(45, "OFL"));
 }
 
 /// A text that is no time, and numbers that no readout can show, must do no harm.
@@ -210,27 +170,13 @@ TEST_F(DigiStringTest, SurvivesWhatItCannotShow) {
     EXPECT_EQ(Drawn(m_readout), EmptyReadout());
 }
 
-TEST(DigiStringArithmeticTest, CountsAndConvertsDigits) {
-    const std::pair<std::int32_t, int> counts[] = {{-2147483647, 1}, {-1, 1},         {0, 1},   {9, 1},
-                                                   {10, 2},          {99, 2},         {100, 3}, {999999999, 9},
-                                                   {1000000000, 10}, {2147483647, 10}};
-    for (const auto& [number, digits] : counts) {
-        EXPECT_EQ(DigiString::calcNoOfDigits(number), digits) << number;
-    }
-    const std::pair<const char*, std::int32_t> numbers[] = {{"", 0},
-                                                            {"0", 0},
-                                                            {"7", 7},
-                                                            {"0012", 12},
-                                                            {"1x3", 103},
-                                                            {"-5", 5},
-                                                            {"2147483647", 2147483647},
-                                                            {"99999999999", 2147483647}};
+TEST(DigiStringArithmeticTest, ReadsTheDigitsOfATextAndStopsAtTheLargestNumber) {
+    const std::pair<const char*, std::int32_t> numbers[] = {
+        {"", 0}, {"0012", 12}, {"1x3", 103}, {"-5", 5}, {"2147483647", 2147483647}, {"99999999999", 2147483647},
+    };
     for (const auto& [text, number] : numbers) {
         EXPECT_EQ(DigiString::strToLong(text), number) << text;
     }
-    EXPECT_EQ(DigiString::pow(10, 9), 1000000000);
-    EXPECT_EQ(DigiString::pow(10, 0), 1);
-    EXPECT_EQ(DigiString::pow(10, -3), 1);
 }
 
 }  // namespace

@@ -93,11 +93,6 @@ TEST(SeriesTest, KeepsItsPointsAndGrowsByOneBeyondItsFirstRoom) {
     }
     EXPECT_EQ(series.get_capacity(), Series::kInitialCapacity + 1);
     EXPECT_EQ(series.getPtArray()[99'999].get_xValue(), 99'999.0F);
-    series.set_pointsCount(5);
-    series.set_pointsCount(9);
-    EXPECT_EQ(series.get_pointsCount(), 5);
-    series.clearSeries();
-    EXPECT_EQ(series.get_pointsCount(), 0);
     EXPECT_LE(sizeof(GraphPoint) * 6 * 14'400, 20'000'000U) << "what a day of samples adds";
 }
 

@@ -25,6 +25,19 @@ VolumeTable UsualTable() {
 
 }  // namespace
 
+// A path under test must never come to mean another place because somebody else mounts or unmounts a disk.
+TEST(VolumesTest, AVolumeKeepsItsNameWhileOthersOfTheSameNameComeAndGo) {
+    const std::string root = "26 1 8:2 / / rw - ext4 /dev/sda2 rw\n";
+    const std::string first = "27 26 8:17 / /media/Disk rw - xfs /dev/sdb1 rw\n";
+    const std::string second = "28 26 8:33 / /mnt/Disk rw - xfs /dev/sdc1 rw\n";
+    VolumeNames names;
+    const auto tableOf = [&](const std::string& text) { return VolumeTable::FromMountInfo(text, FactsOf, names); };
+    for (const std::string& mounts : {root + first + second, root + second, root + second + first}) {
+        EXPECT_EQ(tableOf(mounts).ToNative("Disk 2:a"), "/mnt/Disk/a") << mounts;
+    }
+    EXPECT_EQ(tableOf(root + second).ToNative("Disk:a"), std::nullopt) << "not mounted now";
+}
+
 TEST(VolumesTest, ReadsAwkwardMountTables) {
     for (const auto& [text, expected] :
          {// Early mounts stand before the root; there are none or several optional fields.

@@ -3,8 +3,11 @@
 #include "Framework/UI/ControlLinks.h"
 #include "Framework/UI/TRegistrar.h"
 
-#include <QCoreApplication>
+#include <QAccessible>
+#include <QApplication>
 #include <QDeadlineTimer>
+#include <QMessageBox>
+#include <QRegularExpression>
 #include <QTimer>
 #include <QWidget>
 
@@ -27,6 +30,25 @@ TestWindow::TestWindow(const std::string& panes, const std::string& classID) {
 
 LStream Record(const std::string& xml) {
     return LStream::Parse(xml, "layout 7");
+}
+
+std::vector<QMessageBox*> ShownAlerts() {
+    std::vector<QMessageBox*> shown;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (auto* box = qobject_cast<QMessageBox*>(widget); box != nullptr && box->isVisible()) {
+            shown.push_back(box);
+        }
+    }
+    return shown;
+}
+
+std::string TextOf(const QMessageBox& alert) {
+    QString text = alert.text() + alert.informativeText();
+    return text.remove(QRegularExpression("<[^>]*>")).toStdString();
+}
+
+std::string AccessibleName(QWidget& widget) {
+    return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name).toStdString();
 }
 
 bool RunEventsUntil(const std::function<bool()>& condition) {

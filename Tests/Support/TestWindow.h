@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+class QMessageBox;
 class QWidget;
 
 /// Writes down what it is told.
@@ -63,6 +64,15 @@ private:
 
 /// The record of one pane.
 [[nodiscard]] LStream Record(const std::string& xml);
+
+/// The alerts on the screen.
+[[nodiscard]] std::vector<QMessageBox*> ShownAlerts();
+
+/// An alert's message and explanation, one after the other and without their markup.
+[[nodiscard]] std::string TextOf(const QMessageBox& alert);
+
+/// What a screen reader calls the widget.
+[[nodiscard]] std::string AccessibleName(QWidget& widget);
 
 /// Runs the event loop until the condition holds. Answers whether it did before it was hopeless to wait.
 [[nodiscard]] bool RunEventsUntil(const std::function<bool()>& condition);

@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
+#include <cerrno>
 #include <csignal>
 #include <utility>
 
@@ -26,18 +28,75 @@ LApplication*& TheApplication() {
 }
 
 /// The end of a pair of sockets that the signal handler writes to; the event loop reads the other.
-int& SignalSocket() {
-    static int socket = -1;
+std::atomic<int>& SignalSocket() {
+    static std::atomic<int> socket{-1};
     return socket;
 }
 
 extern "C" void WriteSignalNumber(int number) {
+    const int errorBefore = errno;
     const auto byte = static_cast<char>(number);
     const ssize_t written = ::write(SignalSocket(), &byte, 1);
     static_cast<void>(written);  // nothing can be done about it here
+    errno = errorBefore;
 }
 
 }  // namespace
+
+/// The requests to end that come from outside: signals and the end of the desktop session.
+class LApplication::EndRequests {
+public:
+    explicit EndRequests(LApplication& application) {
+        QObject::connect(
+            qApp, &QGuiApplication::commitDataRequest, &m_context,
+            [&application](QSessionManager& /*session*/) { application.DoQuit(SaveOption::Ask); },
+            Qt::DirectConnection);
+        TakeSignals(application);
+    }
+
+    ~EndRequests() {
+        for (const auto& [number, before] : m_before) {
+            ::sigaction(number, &before, nullptr);
+        }
+        m_notifier.reset();
+        for (const int socket : m_sockets) {
+            ::close(socket);
+        }
+    }
+
+    EndRequests(const EndRequests&) = delete;
+    EndRequests& operator=(const EndRequests&) = delete;
+
+private:
+    /// A handler may do next to nothing; the request itself is carried out in the event loop, like any other.
+    void TakeSignals(LApplication& application) {
+        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, m_sockets.data()) != 0) {
+            return;  // signals then end the process as they always do
+        }
+        SignalSocket() = m_sockets[0];
+        m_notifier = std::make_unique<QSocketNotifier>(m_sockets[1], QSocketNotifier::Read);
+        QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context,
+                         [&application, readEnd = m_sockets[1]] {
+                             char number = 0;
+                             while (::read(readEnd, &number, 1) == 1) {
+                                 application.DoQuit(SaveOption::Ask);
+                             }
+                         });
+        struct sigaction action {};
+        action.sa_handler = WriteSignalNumber;
+        action.sa_flags = SA_RESTART;
+        for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+            struct sigaction before {};
+            ::sigaction(number, &action, &before);
+            m_before.emplace_back(number, before);
+        }
+    }
+
+    std::array<int, 2> m_sockets{-1, -1};
+    QObject m_context;  ///< the connections end with it
+    std::unique_ptr<QSocketNotifier> m_notifier;
+    std::vector<std::pair<int, struct sigaction>> m_before;
+};
 
 LApplication::LApplication() {
     TheApplication() = this;
@@ -55,10 +114,7 @@ LApplication& LApplication::Instance() {
 
 int LApplication::Run() {
     QApplication::setQuitOnLastWindowClosed(false);
-    TakeSignals();
-    QObject::connect(
-        qApp, &QGuiApplication::commitDataRequest, qApp,
-        [this](QSessionManager& /*session*/) { DoQuit(SaveOption::Ask); }, Qt::DirectConnection);
+    const EndRequests requests(*this);
     MainThread::AcceptPasses();
     Initialize();
     StartUp();
@@ -67,36 +123,13 @@ int LApplication::Run() {
     return status;
 }
 
-/// A handler may do next to nothing; the request itself is carried out in the event loop, like any other.
-void LApplication::TakeSignals() {
-    std::array<int, 2> sockets{};
-    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, sockets.data()) != 0) {
-        return;  // signals then end the process as they always do
-    }
-    SignalSocket() = sockets[0];
-    const int readEnd = sockets[1];
-    auto notifier = std::make_unique<QSocketNotifier>(readEnd, QSocketNotifier::Read, qApp);
-    QObject::connect(notifier.release(), &QSocketNotifier::activated, qApp, [this, readEnd] {
-        char number = 0;
-        while (::read(readEnd, &number, 1) == 1) {
-            DoQuit(SaveOption::Ask);
-        }
-    });
-    struct sigaction action {};
-    action.sa_handler = WriteSignalNumber;
-    action.sa_flags = SA_RESTART;
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        ::sigaction(number, &action, nullptr);
-    }
-}
-
 void LApplication::DoQuit(SaveOption /*option*/) {
     Quit();
 }
 
 void LApplication::Quit() {
     m_isQuitting = true;
-    QCoreApplication::quit();
+    QCoreApplication::exit(0);  // quit() would ask every window first, and theirs is to refuse
 }
 
 bool LApplication::ObeyCommand(CommandT command, void* ioParam) {

@@ -55,7 +55,8 @@ protected:
     virtual void StartUp() {}
 
 private:
-    void TakeSignals();
+    class EndRequests;
+
     void DestroyDisposed();
 
     std::vector<std::unique_ptr<LWindow>> m_windows;

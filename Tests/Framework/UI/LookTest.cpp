@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 namespace {
 
@@ -31,7 +32,7 @@ double ContrastOf(Role one, Role other, Contrast contrast) {
 
 }  // namespace
 
-TEST(LookTest, TextsCanBeReadOnEverythingTheyStandOn) {
+TEST(LookTest, TextsAndTheFocusStandOutOnEverythingTheyStandOn) {
     for (const Contrast contrast : {Contrast::Normal, Contrast::High}) {
         const double least = contrast == Contrast::High ? 7 : 4.5;
         for (const Role text : {Role::Text, Role::CaptionText, Role::QuietText, Role::AlarmText}) {
@@ -42,13 +43,8 @@ TEST(LookTest, TextsCanBeReadOnEverythingTheyStandOn) {
         }
         EXPECT_GE(ContrastOf(Role::Text, Role::ButtonHover, contrast), least);
         EXPECT_GE(ContrastOf(Role::OnAccent, Role::Accent, contrast), least);
-    }
-}
-
-TEST(LookTest, TheKeyboardsFocusStandsOut) {
-    for (const Contrast contrast : {Contrast::Normal, Contrast::High}) {
-        for (const Role ground : {Role::Window, Role::Field, Role::Button, Role::Accent}) {
-            EXPECT_GE(ContrastOf(Role::Focus, ground, contrast), ground == Role::Accent ? 2.5 : 3);
+        for (const Role ground : {Role::Window, Role::Field, Role::Button}) {
+            EXPECT_GE(ContrastOf(Role::Focus, ground, contrast), 3);
         }
     }
 }
@@ -59,17 +55,19 @@ TEST(LookTest, ButtonsLookDifferentInEveryState) {
         <pbut id="12" left="20" top="100" width="100" height="28" text="Same" default="yes"/>)");
     auto& button = test.Widget<QPushButton>(10);
     button.clearFocus();
-    std::vector<QImage> looks{button.grab().toImage(), test.Widget<QPushButton>(11).grab().toImage(),
-                              test.Widget<QPushButton>(12).grab().toImage()};
-    button.setFocus();
-    looks.push_back(button.grab().toImage());
-    button.setDown(true);
-    looks.push_back(button.grab().toImage());
-    for (std::size_t one = 0; one < looks.size(); ++one) {
-        for (std::size_t other = one + 1; other < looks.size(); ++other) {
-            EXPECT_NE(looks[one], looks[other]) << one << " and " << other;
-        }
+    std::set<std::string> looks;
+    const auto add = [&looks](QWidget& widget) {
+        const QImage image = widget.grab().toImage();
+        looks.emplace(reinterpret_cast<const char*>(image.constBits()), static_cast<std::size_t>(image.sizeInBytes()));
+    };
+    for (const PaneIDT id : {10, 11, 12}) {
+        add(test.Widget<QPushButton>(id));
     }
+    button.setFocus();
+    add(button);
+    button.setDown(true);
+    add(button);
+    EXPECT_EQ(looks.size(), 5U);
 }
 
 TEST(LookTest, TheDesktopsFontAndWishForContrastAreFollowed) {

@@ -3,8 +3,6 @@
 #include "Framework/Base/LException.h"
 #include "Support/TestWindow.h"
 
-#include <QAccessible>
-#include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -16,21 +14,8 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// The alerts on the screen.
-std::vector<QMessageBox*> ShownAlerts() {
-    std::vector<QMessageBox*> shown;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (auto* box = qobject_cast<QMessageBox*>(widget); box != nullptr && box->isVisible()) {
-            shown.push_back(box);
-        }
-    }
-    return shown;
-}
-
-QString PlainText(QString text) {
-    return text.remove(QRegularExpression("<[^>]*>"));
-}
+using testing::IsSupersetOf;
+using testing::StartsWith;
 
 class StandardAlertTest : public testing::Test {
 protected:
@@ -82,7 +67,7 @@ TEST_F(StandardAlertTest, LaterAlertsOfAWindowWaitTheirTurn) {
     Show("Four.");
     for (const char* message : {"One.", "Two.", "Three.", "Four.", "Five."}) {
         ASSERT_EQ(ShownAlerts().size(), 1U);
-        EXPECT_EQ(PlainText(ShownAlerts().front()->text()), message);
+        EXPECT_THAT(TextOf(*ShownAlerts().front()), StartsWith(message));
         Press(Qt::Key_Return);
         EXPECT_EQ(m_answered.back(), message);
     }
@@ -91,12 +76,11 @@ TEST_F(StandardAlertTest, LaterAlertsOfAWindowWaitTheirTurn) {
 
 TEST_F(StandardAlertTest, AScreenReaderHearsItsTextsAsTheyWereGiven) {
     Show("It <failed> & stays.");
-    QStringList said;
+    std::vector<std::string> said;
     for (QLabel* label : ShownAlerts().front()->findChildren<QLabel*>()) {
-        said += QAccessible::queryAccessibleInterface(label)->text(QAccessible::Name);
+        said.push_back(AccessibleName(*label));
     }
-    EXPECT_TRUE(said.contains("It <failed> & stays.") && said.contains("Do this & that."))
-        << said.join('|').toStdString();
+    EXPECT_THAT(said, IsSupersetOf({"It <failed> & stays.", "Do this & that."}));
     Press(Qt::Key_Return);
 }
 
@@ -106,10 +90,4 @@ TEST_F(StandardAlertTest, AWindowThatGoesTakesItsAlertsAlongUnanswered) {
     m_test.Destroy();
     EXPECT_THAT(ShownAlerts(), IsEmpty());
     EXPECT_THAT(m_answered, IsEmpty());
-}
-
-TEST_F(StandardAlertTest, AWindowThatIsNotBuiltIsRefused) {
-    LStream record = Record(R"(<wind width="10" height="10"/>)");
-    LWindow window(&record);
-    EXPECT_THROW(StandardAlert::Show(window, "a", "b"), LNilPointerException);
 }
