@@ -84,14 +84,14 @@ PYTHON
 
 height_of_window() { xdotool getwindowgeometry "$window" | sed -n 's/.*Geometry: [0-9]*x//p'; }
 
-# click LAYOUT PANE: in a window of its first size.
+# click LAYOUT PANE [FROM_THE_MIDDLE]: in a window of its first size, so far right of the pane's middle.
 click() {
     local x from_bottom from_top
     read -r x from_bottom from_top < <(middle_of_pane "$1" "$2")
     if [[ $1 == 2128 ]]; then
         from_top=$(($(height_of_window) - from_bottom))
     fi
-    xdotool mousemove --window "$window" "$x" "$from_top" click 1
+    xdotool mousemove --window "$window" "$((x + ${3:-0}))" "$from_top" click 1
     sleep 0.4
 }
 
@@ -102,6 +102,17 @@ type_into() {
     xdotool type --delay 5 -- "$3"
 }
 
+# choose LAYOUT PANE FROM_THE_MIDDLE NUMBER: an item of a popup, whose arrow is that far right of its middle.
+choose() {
+    click "$1" "$2" "$3"
+    xdotool key Home
+    for _ in $(seq 2 "$4"); do
+        xdotool key Down
+    done
+    xdotool key Return
+    sleep 0.3
+}
+
 photograph() {
     sleep 0.6
     xdotool mousemove 1270 890
@@ -109,9 +120,9 @@ photograph() {
     echo "$1.png"
 }
 
-# Custom settings: read or write ("up" or "down" presses from "writes, then reads"), KB/s, minutes, path.
+# Custom settings: read or write (1: writes, then reads; 2: writes; 3: reads), KB/s, minutes, path.
 set_test() {
-    local presses=$1 rate=$2 minutes=$3 path=$4
+    local direction=$1 rate=$2 minutes=$3 path=$4
     wait_for "Quarn IO Gaugeline"
     click 2128 11
     wait_for "Settings"
@@ -122,11 +133,7 @@ set_test() {
     type_into 2129 200 "$path"
     type_into 2129 300 "$minutes"
     type_into 2129 700 "$rate"
-    click 2129 500
-    xdotool key ctrl+a
-    for _ in $(seq "$presses"); do
-        xdotool key Down
-    done
+    choose 2129 500 142 "$direction"
 }
 
 start_test() {
@@ -151,7 +158,7 @@ photograph settings-standard
 xdotool key Escape
 sleep 0.5
 
-set_test 0 4096 2 "$media"
+set_test 1 4096 2 "$media"
 photograph settings-custom
 click 2129 12
 wait_for "Log Files"
@@ -160,7 +167,7 @@ type_into 2134 9 "$media/errors.log"
 photograph log-files
 xdotool key Return
 wait_for "Settings"
-xdotool key Return
+click 2129 14
 start_test
 sleep 26
 wait_for "Quarn IO Gaugeline"
@@ -182,7 +189,7 @@ wait_for "Settings"
 xdotool key Escape
 sleep 0.5
 
-set_test 0 4096 2 "$media/missing"
+set_test 1 4096 2 "$media/missing"
 sleep 0.6
 xdotool key Return
 start_test
@@ -196,7 +203,7 @@ photograph about
 xdotool key Return
 sleep 0.5
 
-set_test 1 16384 8 "$media"
+set_test 2 16384 8 "$media"
 xdotool key Return
 if ((quick == 0)); then
     start_test

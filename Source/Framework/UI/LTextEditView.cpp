@@ -1,6 +1,7 @@
 #include "Framework/UI/LTextEditView.h"
 
 #include "Framework/UI/LStream.h"
+#include "Framework/UI/Look.h"
 #include "Framework/UI/PeerCasts.h"
 #include "Framework/UI/WidgetTexts.h"
 
@@ -43,6 +44,16 @@ protected:
         if (IsModifier(event->key()) || !m_pane.HandleKeyPress(KeyOf(*event))) {
             QLineEdit::keyPressEvent(event);
         }
+    }
+
+    void focusInEvent(QFocusEvent* event) override {
+        QLineEdit::focusInEvent(event);
+        m_pane.PushColors();
+    }
+
+    void focusOutEvent(QFocusEvent* event) override {
+        QLineEdit::focusOutEvent(event);
+        m_pane.PushColors();
     }
 
     void inputMethodEvent(QInputMethodEvent* event) override {
@@ -156,15 +167,25 @@ void LTextEditView::UpdatePeer() {
     PushColors();
 }
 
+/// A selection is shown only where the keyboard is: several fields may have one. A field of these colours that cannot be
+/// edited still shows a choice, which is to be read.
 void LTextEditView::PushColors() {
     if (!m_colors) {
         return;
     }
-    QPalette palette = Peer()->palette();
+    QPalette palette = QApplication::palette(Peer());
     for (const auto group : {QPalette::Active, QPalette::Inactive}) {
         palette.setColor(group, QPalette::Text, ToQColor(m_colors->text));
         palette.setColor(group, QPalette::Base, ToQColor(m_colors->back));
+        if (!Peer()->hasFocus()) {
+            palette.setColor(group, QPalette::Highlight, Qt::transparent);
+            palette.setColor(group, QPalette::HighlightedText, ToQColor(m_colors->text));
+        }
     }
+    const QColor quiet = ToQColor(Look::ColorOf(Look::Role::QuietText));
+    palette.setColor(QPalette::Disabled, QPalette::Text, quiet);
+    palette.setColor(QPalette::Disabled, QPalette::HighlightedText, quiet);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, Qt::transparent);
     Peer()->setPalette(palette);
 }
 

@@ -40,6 +40,9 @@ public:
     /// Colours in place of the program's own.
     void SetTextColors(const RGBColor& text, const RGBColor& back);
 
+    /// Brings the widget's colours up to date; the widget says when the keyboard has come or gone.
+    void PushColors();
+
     /// Comes before what the text itself does with the key. Answers whether that is to be left out.
     virtual bool HandleKeyPress(EditKey key);
 
@@ -57,7 +60,6 @@ private:
     };
 
     void PutCursorAtEnd();
-    void PushColors();
     void TakeEditedText();
 
     LStr255 m_text;

@@ -83,8 +83,20 @@ LWindow* LWindow::CreateWindow(int layoutID, LCommander* super) {
     LApplication::Instance().Adopt(std::unique_ptr<LWindow>(window));
     window->SetSuperCommander(super);
     window->BuildPeer(nullptr);
+    window->CentreOver(super);
     window->FinishCreate();
     return window;
+}
+
+void LWindow::CentreOver(LCommander* commander) {
+    while (commander != nullptr && dynamic_cast<LWindow*>(commander) == nullptr) {
+        commander = commander->GetSuperCommander();
+    }
+    const auto* above = dynamic_cast<LWindow*>(commander);
+    if (above != nullptr && above->Shell() != nullptr && above->Shell()->isVisible()) {
+        const Rect frame = CalcLocalFrameRect();
+        m_shell->move(above->Shell()->geometry().center() - QPoint(frame.Width() / 2, frame.Height() / 2));
+    }
 }
 
 void LWindow::BuildPeer(QWidget* /*parent*/) {

@@ -20,8 +20,9 @@ public:
     explicit LWindow(LStream* stream);
     ~LWindow() override;
 
-    /// Builds the window of a layout resource, hidden. `super` is its super-commander. Throws `LResourceException` when
-    /// the layout is missing, is not written as it should be or names an unknown class.
+    /// Builds the window of a layout resource, hidden, in the middle of the nearest window up the chain. `super` is its
+    /// super-commander. Throws `LResourceException` when the layout is missing, is not written as it should be or names
+    /// an unknown class.
     [[nodiscard]] static LWindow* CreateWindow(int layoutID, LCommander* super);
 
     void Show() override;
@@ -57,6 +58,9 @@ protected:
 
 private:
     friend class WindowShell;
+
+    /// Moves the window over the first window from `commander` up the chain; nothing happens when that is not shown.
+    void CentreOver(LCommander* commander);
 
     /// Presses the button with the id if it is there and enabled. Answers whether it was.
     bool PressButton(PaneIDT id);
