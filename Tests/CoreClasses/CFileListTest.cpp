@@ -1,11 +1,6 @@
 #include "CoreClasses/CFileList.h"
 
-#include "Support/TemporaryFolder.h"
-
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <fstream>
 
 using testing::ElementsAre;
 
@@ -43,15 +38,4 @@ TEST(CFileListTest, HandsOutNamesInRotationAndTakesThemOutFromTheEnd) {
     EXPECT_THAT(Next(list, 2), ElementsAre("D", "D")) << "the rotation stood behind the one name that there is now";
     list.AddFile("E");
     EXPECT_THAT(Next(list, 2), ElementsAre("E", "D"));
-}
-
-TEST(CFileListTest, ReadsNamesFromATextFile) {
-    const TemporaryFolder folder;
-    std::ofstream(folder.Native("names")) << "  Data:A.mov \t\n\n  Data:B.mov\n" << std::string(450, 'x') << "\n";
-    CFileList list;
-    EXPECT_TRUE(list.AddFilesFromFileList(folder.Colon("names").c_str()));
-    EXPECT_THAT(RemoveAll(list), ElementsAre(std::string(50, 'x'), std::string(255, 'x'), "Data:B.mov", "Data:A.mov"));
-    testing::internal::CaptureStderr();
-    EXPECT_FALSE(list.AddFilesFromFileList(folder.Colon("missing").c_str()));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Could not open file list.\r\r");
 }

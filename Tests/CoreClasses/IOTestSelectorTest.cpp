@@ -3,7 +3,6 @@
 #include "Framework/Base/LThread.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <thread>

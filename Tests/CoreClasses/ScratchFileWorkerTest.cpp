@@ -2,7 +2,6 @@
 
 #include "CoreClasses/EngineTest.h"
 #include "CoreClasses/WorkerFactory.h"
-#include "Support/SmallVolume.h"
 
 #include <filesystem>
 #include <fstream>
@@ -112,23 +111,16 @@ TEST_P(ScratchFileWorkerTest, TheShortLastPieceIsWrittenAndCountedAsTheMethodHas
 
 // Tries are one tick of 17 ms apart: the last of a minute is at 3529 ticks, 59.993 s.
 TEST_P(ScratchFileWorkerTest, AnUnusablePathIsTriedSixtyTimesASecond) {
-    const SmallVolume readOnly("1m", MS_RDONLY);
-    std::ofstream(m_folder.Native("file")) << 'x';
-    using Case = std::tuple<std::string, std::string, int>;
-    std::vector<Case> cases{{File("missing") + ':', m_folder.Native("missing/IOT0.tio"), 2},
-                            {File("file") + ':', m_folder.Native("file/IOT0.tio"), 20},
-                            {"No volume is called so:", "", 2}};
-    if (readOnly.IsMounted()) {
-        cases.emplace_back(readOnly.Colon(), readOnly.Native("IOT0.tio"), 30);
-    }
+    const std::string missing = m_folder.Native("missing/IOT0.tio");
+    const std::tuple<std::string, std::string, int> cases[] = {{File("missing") + ':', ' ' + missing, 2},
+                                                               {"No volume is called so:", " ", 2}};
     for (const auto& [path, native, error] : cases) {
         const std::string reason = " err no " + std::to_string(IsMac() ? error : -1) + ' ';
         m_parameters.SetPathValue(path.c_str());
         m_parameters.m_readWriteMethod = kWritesOnly;
         Run(GetParam());
         EXPECT_THAT(m_errors, SizeIs(3530)) << path;
-        EXPECT_EQ(m_errors[0],
-                  "Error opening file " + path + "IOT0.tio" + (IsMac() ? ' ' + native : "") + reason + At(0));
+        EXPECT_EQ(m_errors[0], "Error opening file " + path + "IOT0.tio" + (IsMac() ? native : "") + reason + At(0));
         EXPECT_THAT(Counts(), ElementsAre(0, 0, 3530, 0));
         EXPECT_THAT(m_lines, SizeIs(1));
         m_parameters.m_readWriteMethod = kReadsOnly;
@@ -142,32 +134,17 @@ TEST_P(ScratchFileWorkerTest, AnUnusablePathIsTriedSixtyTimesASecond) {
 // 60 s of passes that can write nothing, one tick of 17 ms apart.
 TEST_P(ScratchFileWorkerTest, ALimitThatWrapsToNothingMakesSixtyPassesASecond) {
     m_parameters.m_readWriteMethod = kWritesOnly;
-    for (const std::uint32_t limitMB : {4096U, 0xFFFF'F000U, 0U}) {
-        m_parameters.m_maxFileSizeMB = limitMB;
-        Run(GetParam());
-        EXPECT_THAT(m_lines, SizeIs(3530 + 1)) << limitMB;
-        EXPECT_THAT(Counts(), Each(0));
-    }
+    m_parameters.m_maxFileSizeMB = 4096;
+    Run(GetParam());
+    EXPECT_THAT(m_lines, SizeIs(3530 + 1));
+    EXPECT_THAT(Counts(), Each(0));
+    m_parameters.m_maxFileSizeMB = 0;
     m_parameters.m_readWriteMethod = kReadsOnly;
     Run(GetParam());
     EXPECT_THAT(m_lines, SizeIs(2)) << "a sample file of less than 1 MB is not read, without a word";
     EXPECT_FALSE(m_results.m_readsStarted);
 }
 
-TEST_P(ScratchFileWorkerTest, AFileThatVanishesBetweenPassesFailsToOpenUntilTheEnd) {
-    m_parameters.m_readWriteMethod = kReadsOnly;
-    Run(GetParam(), [&] {
-        m_clock.SleepMilliseconds(31'300);  // 120 transfers after the 1.1 s that preparing takes: a pass has begun
-        std::filesystem::remove(m_folder.Native("IOT0.tio"));
-    });
-    const int ms =
-        IsMac() ? 125 * 250 : 122 * 250;  // by fives from the sample file of 4 MB, or by twos; one finds the end
-    EXPECT_EQ(m_errors[2], "Error opening file " + File("IOT0.tio") + (IsMac() ? " err no 2 " : " err no -1 ") +
-                               At((1100 + ms) / 1000));
-    EXPECT_THAT(Counts(), ElementsAre(0, IsMac() ? 100 : 61, 0, (59'900 - ms) / 17 + 1)) << "ticks up to 61 s";
-}
-
-// The second cycle's writing begins at 60 s, with the user's file on the list of files that phases take in turn.
 TEST_P(ScratchFileWorkerTest, AnExistingFileIsKeptThroughEachCycleAndWhatWasMadeBesideItIsNot) {
     TestExistingFile();
     m_parameters.m_loop = true;
@@ -196,40 +173,4 @@ TEST_P(ScratchFileWorkerTest, AStopBeforeOrDuringPreparationEndsItAfterTheBlockI
     EXPECT_EQ(m_results.m_elapsedSeconds, 2U);
     EXPECT_EQ(m_results.m_readsCompleted, 0U);
     EXPECT_TRUE(IsFolderEmpty());
-}
-
-// On 6.5 MB the seventh write of a megabyte comes to half, and the next one fails; the stream method makes one failure
-// of the two. The free space then does not limit the writing: it is asked only of the volume of the last sample file.
-TEST_P(ScratchFileWorkerTest, AFullVolumeFailsAWriteAndCutsTheSampleFileAndTheWritesThatFollow) {
-    const SmallVolume volume("6656k");
-    if (!volume.IsMounted()) {
-        GTEST_SKIP() << "no right to mount a volume";
-    }
-    m_parameters.SetPathValue(volume.Colon().c_str());
-    m_parameters.m_maxFileSizeMB = 100;
-    m_parameters.m_transferRateKBps = 1024;
-    m_parameters.m_readWriteMethod = kWritesOnly;
-    Run(GetParam());
-    EXPECT_THAT(m_errors, SizeIs(IsMac() ? 7 : 8));
-    const std::string when = At(IsMac() ? 8 : 7);
-    EXPECT_EQ(m_errors[0],
-              "Error writing file " + volume.Colon() + "IOT0.tio err no =" + (IsMac() ? "28 " : "524288 ") + when);
-    EXPECT_THAT(Counts(), ElementsAre(IsMac() ? 53 : 52, 0, IsMac() ? 7 : 8, 0));
-    EXPECT_EQ(m_results.m_bytesWritten, IsMac() ? (53U << 20) - 7 * 524'288 : 52U << 20);
-    EXPECT_THAT(
-        m_cacheLines,
-        ElementsAre("File cache: cached (volatile: the file system keeps its files in memory only), reader 0 " + when));
-    EXPECT_TRUE(std::filesystem::is_empty(volume.Native("")));
-    if (!IsMac()) {
-        return;  // its sample file is sparse, and nothing asks for the free space
-    }
-    m_parameters.m_readWriteMethod = kWritesThenReads;
-    m_parameters.m_loop = true;
-    RunAndStopAfter(75'000);  // the second write phase lasts since 61 s
-    EXPECT_EQ(m_errors[4], "Warning: not enough space on disk; read test file is smaller than maximum size requested. "
-                           "Available space = (high 0 low 6815744) bytes " +
-                               At(30));
-    EXPECT_THAT(m_errors, Contains(HasSubstr("expected 1048576 but read 524288")));
-    EXPECT_EQ(m_results.m_writeErrors, 3U) << "all of the first phase; the second ends its pass with the space";
-    EXPECT_EQ(m_results.m_writesCompleted, 27U + 7);
 }

@@ -1,7 +1,6 @@
 #include "CoreClasses/TransferStatistics.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
@@ -25,14 +24,14 @@ std::vector<std::uint64_t> Spread(double smallest, double largest) {
 }  // namespace
 
 TEST(TransferTimeHistogramTest, PercentilesAreWithinOnePercentOfTheExactOnes) {
-    for (const std::vector<std::uint64_t>& values : {std::vector<std::uint64_t>{0},
-                                                     {0, 1, 127, 128, 129, 255, 256, 257},
-                                                     {1, 1, 1, 1, 1, 1, 1, 1, 1, 1'000'000},
-                                                     {(kTwelveDays >> 1) - 1, kTwelveDays >> 1, kTwelveDays - 1},
-                                                     {5, kTwelveDays, kTwelveDays * 4, ~std::uint64_t{0}},
-                                                     Spread(1, 1e12),
-                                                     Spread(90, 300),
-                                                     Spread(8000, 8100)}) {  // in ascending order all
+    const std::vector<std::uint64_t> samples[] = {// in ascending order all
+                                                  {0},
+                                                  {0, 1, 127, 128, 129, 255, 256, 257},
+                                                  {(kTwelveDays >> 1) - 1, kTwelveDays >> 1, kTwelveDays - 1},
+                                                  {5, kTwelveDays, kTwelveDays * 4, ~std::uint64_t{0}},
+                                                  Spread(1, 1e12),
+                                                  Spread(8000, 8100)};
+    for (const std::vector<std::uint64_t>& values : samples) {
         TransferTimeHistogram histogram;
         std::for_each(values.rbegin(), values.rend(), [&](std::uint64_t value) { histogram.Add(value); });
         EXPECT_EQ(histogram.Count(), values.size());
@@ -62,9 +61,7 @@ TEST(DeadlineStatisticsTest, AddsUpWhatAPlayerWouldHaveToRideOut) {
     EXPECT_THAT(after(150), ElementsAre(2, 2, 50, 51, 51));
     EXPECT_THAT(after(80), ElementsAre(2, 2, 50, 31, 51));
     EXPECT_THAT(after(300), ElementsAre(3, 2, 200, 231, 231));
-    EXPECT_THAT(after(50), ElementsAre(3, 2, 200, 181, 231));
-    EXPECT_THAT(after(149), ElementsAre(4, 2, 200, 230, 231));
-    EXPECT_THAT(after(102), ElementsAre(5, 2, 200, 232, 232));
+    EXPECT_THAT(after(101), ElementsAre(4, 2, 200, 232, 232));
     deadlines.BeginPhase();
-    EXPECT_THAT(after(110), ElementsAre(6, 2, 200, 10, 232));
+    EXPECT_THAT(after(110), ElementsAre(5, 2, 200, 10, 232));
 }

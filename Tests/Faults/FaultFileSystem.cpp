@@ -254,14 +254,6 @@ int Truncate(const char* path, off_t size, fuse_file_info* info) {
     return Answer(info != nullptr ? ::ftruncate(FileOf(info), size) : ::truncate(Self().Below(path).c_str(), size));
 }
 
-int Synchronise(const char* /*path*/, int isDataOnly, fuse_file_info* info) {
-    return Answer(isDataOnly != 0 ? ::fdatasync(FileOf(info)) : ::fsync(FileOf(info)));
-}
-
-int Rename(const char* from, const char* to, unsigned /*flags*/) {
-    return Answer(std::rename(Self().Below(from).c_str(), Self().Below(to).c_str()));
-}
-
 int Space(const char* path, struct statvfs* space) {
     return Answer(::statvfs(Self().Below(path).c_str(), space));
 }
@@ -278,8 +270,6 @@ fuse_operations Operations() {
     operations.release = Release;
     operations.unlink = Unlink;
     operations.truncate = Truncate;
-    operations.fsync = Synchronise;
-    operations.rename = Rename;
     operations.statfs = Space;
     return operations;
 }

@@ -6,22 +6,17 @@
 
 #include <cmath>
 #include <string>
+#include <tuple>
 
 namespace {
 
 TEST(AxisTest, LabelsShowCutOffHundredthsAndBeginFurtherLeftWithEveryDigit) {
-    const struct {
-        float value;
-        const char* label;
-        int indent;
-    } cases[] = {
-        {0.0F, "0.00", 29},         {0.009F, "0.00", 29},         {0.99F, "0.99", 29},        {5.05F, "5.05", 29},
-        {10.0F, "10.00", 36},       {99.0F, "99.00", 36},         {100.0F, "100.00", 43},     {1234.25F, "1234.25", 50},
-        {99999.0F, "99999.00", 57}, {100000.0F, "100000.00", 63}, {7.5e6F, "7500000.00", 63},
-    };
-    for (const auto& row : cases) {
-        EXPECT_EQ(Axis::LabelText(row.value), row.label);
-        EXPECT_EQ(Axis::YLabelIndent(row.value), row.indent) << row.value;
+    const std::tuple<float, const char*, int> cases[] = {
+        {0.009F, "0.00", 29},   {0.99F, "0.99", 29},       {5.05F, "5.05", 29},        {10.0F, "10.00", 36},
+        {100.0F, "100.00", 43}, {1234.25F, "1234.25", 50}, {99999.0F, "99999.00", 57}, {7.5e6F, "7500000.00", 63}};
+    for (const auto& [value, label, indent] : cases) {
+        EXPECT_EQ(Axis::LabelText(value), label);
+        EXPECT_EQ(Axis::YLabelIndent(value), indent) << value;
     }
 }
 

@@ -11,6 +11,8 @@
 #include "SupportingClasses/CTime.h"
 
 #include <QAccessible>
+#include <QAction>
+#include <QMenu>
 #include <QWidget>
 #include <gmock/gmock.h>
 
@@ -265,6 +267,17 @@ TEST_F(CIOTesterDlgTest, AScreenReaderIsToldEachReadoutsCaptionAndValue) {
         EXPECT_EQ(told->text(QAccessible::Value).toStdString(), Readout(pane)) << name;
         EXPECT_FALSE(Readout(pane).empty());
     }
+}
+
+TEST_F(CIOTesterDlgTest, EveryMenuItemHasAKeyOfItsOwn) {
+    std::map<QString, int> keys;
+    for (const QAction* item : m_window->Shell()->findChildren<QAction*>()) {
+        if (item->menu() == nullptr && !item->isSeparator()) {
+            ++keys[item->shortcut().isEmpty() ? item->text().section('\t', 1) : item->shortcut().toString()];
+        }
+    }
+    EXPECT_THAT(keys, ElementsAre(std::pair("Ctrl+,", 1), std::pair("Ctrl+.", 1), std::pair("Ctrl+M", 1),
+                                  std::pair("Ctrl+Q", 1), std::pair("Ctrl+R", 1), std::pair("F1", 1)));
 }
 
 // On threads that run side by side, in no particular order: the sanitizers look for what they share.

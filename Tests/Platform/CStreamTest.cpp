@@ -31,13 +31,3 @@ TEST(CStreamTest, WritesSeeksAndReadsShortAtTheEndWithAndWithoutABuffer) {
         EXPECT_FALSE(stream.IsOpen()) << "what was open is closed";
     }
 }
-
-TEST(CStreamTest, AFullDeviceIsReportedByTheWriteOrAtTheLatestByTheClose) {
-    CStream stream;
-    ASSERT_TRUE(stream.Open("/dev/full", "wb", CStream::Buffering::None));
-    EXPECT_EQ(stream.Write("12345", 5), 0U);
-    EXPECT_TRUE(stream.HasError());
-    ASSERT_TRUE(stream.Open("/dev/full", "wb", CStream::Buffering::Full));
-    EXPECT_EQ(stream.Write("12345", 5), 5U);
-    EXPECT_FALSE(stream.Close());
-}

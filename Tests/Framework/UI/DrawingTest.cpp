@@ -2,6 +2,7 @@
 
 #include "Framework/Base/LException.h"
 #include "Framework/UI/GWorld.h"
+#include "Support/Sanitizers.h"
 
 #include <QImage>
 #include <QPainter>
@@ -10,7 +11,6 @@
 #include <array>
 #include <functional>
 #include <random>
-#include <string>
 #include <vector>
 
 namespace Drawing {
@@ -18,20 +18,20 @@ namespace {
 
 constexpr RGBColor kWhite{0xFFFF, 0xFFFF, 0xFFFF};
 
-/// '#' where a pixel is not black, a line of text for each row.
-std::vector<std::string> Rows(const GWorld& image) {
-    std::vector<std::string> rows;
+/// '#' where a pixel is not black, a word for each row.
+std::string Rows(const GWorld& image) {
+    std::string rows;
     for (int y = 0; y < image.Image().height(); ++y) {
-        std::string& row = rows.emplace_back();
+        rows += y == 0 ? "" : " ";
         for (int x = 0; x < image.Image().width(); ++x) {
-            row += image.PixelAt(x, y) == RGBColor() ? '.' : '#';
+            rows += image.PixelAt(x, y) == RGBColor() ? '.' : '#';
         }
     }
     return rows;
 }
 
 /// What `draw` draws in white into a black image.
-std::vector<std::string> Drawn(int width, int height, const std::function<void()>& draw, double scale = 1.0) {
+std::string Drawn(int width, int height, const std::function<void()>& draw, double scale = 1.0) {
     GWorld image(SetRect(0, 0, width, height), scale);
     const auto port = image.BeginPainting();
     RGBForeColor(kWhite);
@@ -39,18 +39,10 @@ std::vector<std::string> Drawn(int width, int height, const std::function<void()
     return Rows(image);
 }
 
-std::string Joined(const std::vector<std::string>& rows) {
-    std::string joined;
-    for (const std::string& row : rows) {
-        joined += (joined.empty() ? "" : " ") + row;
-    }
-    return joined;
-}
-
-void DrawLine(Point from, Point to, int penWidth, int penHeight) {
+void DrawLine(int h, int v, int toH, int toV, int penWidth, int penHeight) {
     PenSize(penWidth, penHeight);
-    MoveTo(from.h, from.v);
-    LineTo(to.h, to.v);
+    MoveTo(h, v);
+    LineTo(toH, toV);
 }
 
 void Frame(const Rect& rect, int penWidth, int penHeight, int corner = 0) {
@@ -88,17 +80,12 @@ void DrawScene(unsigned seed, int factor) {
     }
 }
 
-/// The same image without a scale: its device pixels.
-QImage Plain(QImage image) {
-    image.setDevicePixelRatio(1.0);
-    return image;
-}
-
 QImage ImageOf(int size, double scale, const std::function<void()>& draw) {
     GWorld image(SetRect(0, 0, size, size), scale);
     const auto port = image.BeginPainting();
     draw();
-    return Plain(image.Image());
+    image.Image().setDevicePixelRatio(1.0);
+    return image.Image();
 }
 
 /// As `ImageOf`, through a painter's operations.
@@ -111,44 +98,32 @@ QImage PaintedImageOf(int size, double scale, const std::function<void()>& draw)
         const PortSetter port(painter);
         draw();
     }
-    return Plain(image.convertToFormat(QImage::Format_RGB32));
+    image.setDevicePixelRatio(1.0);
+    return image.convertToFormat(QImage::Format_RGB32);
 }
 
 TEST(DrawingTest, FiguresCoverThePixelsBetweenTheirGridLines) {
     // Points are vertical first.
     const std::vector<Point> triangle{{0, 0}, {0, 6}, {6, 6}};
     const std::vector<Point> ring{{0, 0}, {8, 0}, {8, 6}, {0, 6}, {0, 0}, {2, 2}, {2, 4}, {6, 4}, {6, 2}, {2, 2}};
-    const struct {
-        Point from;
-        Point to;
-        int penWidth;
-        int penHeight;
-        const char* expected;
-    } lines[] = {
-        {{1, 1}, {1, 4}, 2, 2, "........ .#####.. .#####.. ........ ........ ........"},
-        {{4, 2}, {1, 2}, 3, 1, "........ ..###... ..###... ..###... ..###... ........"},
-        {{1, 0}, {3, 6}, 1, 1, "........ ##...... .####... ....###. ........ ........"},
-        {{3, 6}, {1, 0}, 1, 1, "........ ##...... .####... ....###. ........ ........"},
-        {{4, 0}, {0, 4}, 2, 2, "...###.. ..####.. .####... ####.... ###..... ##......"},
-        {{0, 0}, {5, 5}, 0, 2, "........ ........ ........ ........ ........ ........"},
-    };
-    for (const auto& line : lines) {
-        const auto drawn = Drawn(8, 6, [&] { DrawLine(line.from, line.to, line.penWidth, line.penHeight); });
-        EXPECT_EQ(Joined(drawn), line.expected);
-    }
     const std::pair<std::function<void()>, const char*> figures[] = {
+        {[] { DrawLine(1, 1, 4, 1, 2, 2); }, "........ .#####.. .#####.. ........ ........ ........"},
+        {[] { DrawLine(2, 4, 2, 1, 3, 1); }, "........ ..###... ..###... ..###... ..###... ........"},
+        {[] { DrawLine(0, 1, 6, 3, 1, 1); }, "........ ##...... .####... ....###. ........ ........"},
+        {[] { DrawLine(6, 3, 0, 1, 1, 1); }, "........ ##...... .####... ....###. ........ ........"},
+        {[] { DrawLine(0, 4, 4, 0, 2, 2); }, "...###.. ..####.. .####... ####.... ###..... ##......"},
+        {[] { DrawLine(0, 0, 5, 5, 0, 2); }, "........ ........ ........ ........ ........ ........"},
         {[] { PaintRect(SetRect(1, 2, 4, 5)); }, "........ ........ .###.... .###.... .###.... ........"},
         {[] { PaintRect(SetRect(4, 2, 1, 5)); }, "........ ........ ........ ........ ........ ........"},
         {[] { Frame(SetRect(1, 1, 8, 5), 2, 1); }, "........ .####### .##...## .##...## .####### ........"},
         {[] { PaintOval(SetRect(0, 0, 7, 5)); }, ".#####.. #######. #######. #######. .#####.. ........"},
         {[] { PaintOval(SetRect(4, 0, 5, 6)); }, "....#... ....#... ....#... ....#... ....#... ....#..."},
         {[&] { DrawPolygon(triangle); }, "######.. .#####.. ..####.. ...###.. ....##.. .....#.."},
-        {[&] { DrawPolygon(ring); }, "######.. ######.. ##..##.. ##..##.. ##..##.. ##..##.."},
-    };
+        {[&] { DrawPolygon(ring); }, "######.. ######.. ##..##.. ##..##.. ##..##.. ##..##.."}};
     for (const auto& [draw, expected] : figures) {
-        EXPECT_EQ(Joined(Drawn(8, 6, draw)), expected);
+        EXPECT_EQ(Drawn(8, 6, draw), expected);
     }
-    EXPECT_EQ(Joined(Drawn(12, 10, [] { Frame(SetRect(0, 0, 12, 10), 2, 2, 8); })),
+    EXPECT_EQ(Drawn(12, 10, [] { Frame(SetRect(0, 0, 12, 10), 2, 2, 8); }),
               "..########.. .##########. ###......### ##........## ##........## "
               "##........## ##........## ###......### .##########. ..########..");
 }
@@ -165,7 +140,7 @@ TEST(DrawingTest, PlacesFarOutsideTheImageAreCutOff) {
         PaintRect(SetRect(-far, 0, 2, 1));
         PaintOval(SetRect(-far, far, far, far));
     });
-    EXPECT_EQ(Joined(drawn), "##.. #### ####");
+    EXPECT_EQ(drawn, "##.. #### ####");
 }
 
 TEST(DrawingTest, ScaleOfTwoDrawsEveryFigureAtTwiceTheResolution) {
@@ -189,12 +164,12 @@ TEST(DrawingTest, PainterDrawsTheSamePixelsAsTheImage) {
 TEST(DrawingTest, PenAndSmallOvalKeepTheirSizeAtAFractionOfAScale) {
     for (int h = 0; h < 10; ++h) {
         const auto draw = [h] {
-            DrawLine({0, static_cast<std::int16_t>(h)}, {1, static_cast<std::int16_t>(h)}, 1, 1);
+            DrawLine(h, 0, h, 1, 1, 1);
             PaintOval(SetRect(h + 4, 1, h + 7, 4));
         };
         const auto rows = Drawn(20, 4, draw, 1.5);
-        EXPECT_EQ(std::ranges::count(rows[0], '#'), 2);
-        EXPECT_EQ(std::ranges::count(rows[4], '#'), 5);
+        EXPECT_EQ(std::ranges::count(rows.substr(0, 30), '#'), 2);
+        EXPECT_EQ(std::ranges::count(rows.substr(4 * 31, 30), '#'), 5);
     }
 }
 
@@ -218,7 +193,7 @@ TEST(DrawingTest, ImageOrSavedStateLeavesThePortAsItWas) {
     }
     LineTo(15, 20);
     CopyBits(inner);
-    EXPECT_EQ(Joined(Rows(outer)), "###### ..#... ...... ......");
+    EXPECT_EQ(Rows(outer), "###### ..#... ...... ......");
 }
 
 TEST(DrawingTest, CopiedImageKeepsItsDevicePixels) {
@@ -228,13 +203,13 @@ TEST(DrawingTest, CopiedImageKeepsItsDevicePixels) {
             const auto port = source.BeginPainting();
             DrawScene(2, 1);
         }
-        const auto copy = [&] {
-            EXPECT_EQ(GWorld::CurrentScale(), scale);
-            CopyBits(source);
-        };
+        const auto copy = [&] { CopyBits(source); };
         const QRect place(QPoint(static_cast<int>(4 * scale), static_cast<int>(6 * scale)), source.Image().size());
-        EXPECT_EQ(PaintedImageOf(40, scale, copy).copy(place), Plain(source.Image()));
-        EXPECT_EQ(ImageOf(40, scale, copy).copy(place), Plain(source.Image()));
+        const QImage painted = PaintedImageOf(40, scale, copy).copy(place);
+        const QImage copied = ImageOf(40, scale, copy).copy(place);
+        source.Image().setDevicePixelRatio(1.0);
+        EXPECT_EQ(painted, source.Image());
+        EXPECT_EQ(copied, source.Image());
     }
 }
 
@@ -250,19 +225,18 @@ TEST(DrawingTest, ClipAndTranslationOfThePainterHold) {
         MoveTo(-1, 2);
         LineTo(7, 2);
     }
-    EXPECT_EQ(Joined(Rows(image)), "........ ..###... ..####.. ........");
+    EXPECT_EQ(Rows(image), "........ ..###... ..####.. ........");
 }
 
 TEST(DrawingTest, LabelsOfDivisionsStayApart) {
-    GWorld image(SetRect(0, 0, 1, 1), 1.0);
-    const auto port = image.BeginPainting();
-    EXPECT_GT(StringWidth("1234.00", kLabelFont, 10), 20);
     EXPECT_LE(StringWidth("1234.00", kLabelFont, 10), 31) << "divisions may be 33 pixels apart";
 }
 
 TEST(GWorldTest, CannotBeMadeEmptyOrLargerThanMemory) {
     EXPECT_THROW(GWorld(SetRect(5, 5, 5, 9), 1.0), LException);
-    EXPECT_THROW(GWorld(SetRect(-32768, -32768, 32767, 32767), 64.0), LException);
+    if (!kIsSanitized) {  // whose allocators end the process instead
+        EXPECT_THROW(GWorld(SetRect(-32768, -32768, 32767, 32767), 64.0), LException);
+    }
 }
 
 }  // namespace

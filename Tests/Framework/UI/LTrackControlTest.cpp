@@ -9,7 +9,6 @@
 #include <QSlider>
 #include <QTest>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <limits>
 
@@ -20,23 +19,9 @@ using testing::IsEmpty;
 using Told = MessageRecorder::Told;
 using TrackGeometry::Track;
 
-constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
-
-constexpr auto kBar =
-    R"(<Tscr id="10" width="300" height="20" min="0" max="100" value="50" pageStep="25" message="4"/>)";
-
-class LTrackControlTest : public testing::Test {
-protected:
-    LTrackControlTest() {
-        TRegistrar<LSlider>::Register("Tsld");
-        TRegistrar<LScrollBar>::Register("Tscr");
-    }
-};
-
 }  // namespace
 
-TEST_F(LTrackControlTest, AThumbStandsWhereItsValueIsAndComesBackToIt) {
+TEST(LTrackControlTest, AThumbStandsWhereItsValueIsAndComesBackToIt) {
     const Track tracks[] = {{200, 16, 0, 10}, {200, 16, -50, 50}, {300, 60, 5, 65}, {184, 16, 5, 6}};
     for (const Track& track : tracks) {
         EXPECT_EQ(TrackGeometry::ThumbBegin(track, track.minimum), 0);
@@ -45,14 +30,17 @@ TEST_F(LTrackControlTest, AThumbStandsWhereItsValueIsAndComesBackToIt) {
             EXPECT_EQ(TrackGeometry::ValueOfThumb(track, TrackGeometry::ThumbBegin(track, value)), value);
         }
     }
-    const Track whole{300, 20, kLowest, kHighest};
-    EXPECT_EQ(TrackGeometry::ValueOfThumb(whole, -1000), kLowest);
-    EXPECT_EQ(TrackGeometry::ValueOfThumb(whole, 1000), kHighest);
+    using Limits = std::numeric_limits<std::int32_t>;
+    const Track whole{300, 20, Limits::min(), Limits::max()};
+    EXPECT_EQ(TrackGeometry::ValueOfThumb(whole, -1000), Limits::min());
+    EXPECT_EQ(TrackGeometry::ValueOfThumb(whole, 1000), Limits::max());
     EXPECT_EQ(TrackGeometry::ThumbBegin({10, 20, 7, 7}, 7), 0);
 }
 
-TEST_F(LTrackControlTest, APressAnywhereTakesHoldOfTheThumb) {
-    TestWindow test(kBar);
+TEST(LTrackControlTest, APressAnywhereTakesHoldOfTheThumb) {
+    TRegistrar<LScrollBar>::Register("Tscr");
+    TestWindow test(
+        R"(<Tscr id="10" width="300" height="20" min="0" max="100" value="50" pageStep="25" message="4"/>)");
     auto& bar = test.Pane<LScrollBar>(10);
     auto& widget = test.Widget<QScrollBar>(10);
     QTest::mousePress(&widget, Qt::LeftButton, {}, {20, 10});
@@ -71,7 +59,8 @@ TEST_F(LTrackControlTest, APressAnywhereTakesHoldOfTheThumb) {
     EXPECT_EQ(bar.GetValue(), 94);
 }
 
-TEST_F(LTrackControlTest, NewBoundsMoveTheValueWithoutBroadcastingIt) {
+TEST(LTrackControlTest, NewBoundsMoveTheValueWithoutBroadcastingIt) {
+    TRegistrar<LSlider>::Register("Tsld");
     TestWindow test(R"(<Tsld id="10" width="200" height="24" min="0" max="100" value="50" message="650"/>)");
     auto& slider = test.Pane<LSlider>(10);
     slider.SetMaxValue(20);

@@ -3,7 +3,6 @@
 #include "Programs/CommandLine/JsonReport.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 using testing::EndsWith;
