@@ -169,7 +169,7 @@ TEST(DrawingTest, PenAndSmallOvalKeepTheirSizeAtAFractionOfAScale) {
         };
         const auto rows = Drawn(20, 4, draw, 1.5);
         EXPECT_EQ(std::ranges::count(rows.substr(0, 30), '#'), 2);
-        EXPECT_EQ(std::ranges::count(rows.substr(4 * 31, 30), '#'), 5);
+        EXPECT_EQ(std::ranges::count(rows.substr(std::size_t{4} * 31, 30), '#'), 5);
     }
 }
 
