@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Fails when clang-tidy finds something, or when a source is in no target and would escape both it and the compiler.
 #
-#   scripts/check-tidy.sh [FILE...]      checks these sources only
+#   scripts/check-tidy.sh [FILE or FOLDER...]      checks these sources only (Source Tests Benchmarks)
 #
 # Takes the compile commands from the build folder of the release preset, or from GAUGELINE_BUILD_DIR.
 set -euo pipefail
@@ -14,12 +14,11 @@ if [[ ! -f $build/compile_commands.json ]]; then
     exit 1
 fi
 
-if (($# > 0)); then
-    sources=("$@")
-else
-    # The longest first, so that no processor is left with one long file at the end.
-    mapfile -t sources < <(find Source Tests Benchmarks -type f -name '*.cpp' -printf '%s %p\n' | sort -rn | cut -d ' ' -f 2-)
+if (($# == 0)); then
+    set -- Source Tests Benchmarks
 fi
+# The longest first, so that no processor is left with one long file at the end.
+mapfile -t sources < <(find "$@" -type f -name '*.cpp' -printf '%s %p\n' | sort -rn | cut -d ' ' -f 2-)
 if ((${#sources[@]} == 0)); then
     echo "check-tidy: no sources found" >&2
     exit 1
