@@ -167,8 +167,8 @@ void LTextEditView::UpdatePeer() {
     PushColors();
 }
 
-/// A selection is shown only where the keyboard is: several fields may have one. A field of these colours that cannot be
-/// edited still shows a choice, which is to be read.
+/// A selection is shown only where the keyboard is: several fields may have one. A field of these colours that cannot
+/// be edited still shows a choice, which is to be read.
 void LTextEditView::PushColors() {
     if (!m_colors) {
         return;
