@@ -11,16 +11,10 @@ set -euo pipefail
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
 programs=$root/build/release/Source/Programs
-scratch=$(mktemp -d)
+# shellcheck source=scripts/own-display.sh
+source "$root/scripts/own-display.sh"
 place=$(realpath -- "${1:-$scratch}")
 seconds=55
-children=()
-clean_up() {
-    kill "${children[@]}" 2>/dev/null || true
-    wait 2>/dev/null || true
-    rm -rf -- "$scratch"
-}
-trap clean_up EXIT
 
 # The processor time of a process so far, in ticks of 10 ms.
 ticks() { awk '{ print $14 + $15 }' "/proc/$1/stat"; }
@@ -35,18 +29,6 @@ percent_of() {
 }
 
 memory_of() { awk '/^VmRSS/ { print int($2 / 1024) }' "/proc/$1/status"; }
-
-start_display() {
-    local fifo=$scratch/display number
-    mkfifo "$fifo"
-    Xvfb -displayfd 3 -screen 0 1280x900x24 3>"$fifo" >/dev/null 2>&1 &
-    children+=($!)
-    read -r number <"$fifo"
-    export DISPLAY=:$number
-    openbox >/dev/null 2>&1 &
-    children+=($!)
-    sleep 1
-}
 
 # Starts the window and prints two times in milliseconds: it was painted after the first and by the second. Looking at a
 # pixel takes a while, so there is no telling more exactly.

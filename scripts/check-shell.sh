@@ -8,5 +8,5 @@ mapfile -d '' -t scripts < <(
     find run.sh test.sh .ci scripts Tests Benchmarks -type f -print0 |
         xargs -0 awk 'FNR == 1 && /^#!.*sh$/ { printf "%s%c", FILENAME, 0 }' | sort -z
 )
-shellcheck "${scripts[@]}"
+shellcheck -x "${scripts[@]}"
 echo "check-shell: ${#scripts[@]} scripts"

@@ -23,27 +23,10 @@ for tool in Xvfb openbox xdotool import python3; do
 done
 [[ -x $program ]] || { echo "$0: $program is missing; build it first (./test.sh)" >&2 && exit 1; }
 
-scratch=$(mktemp -d)
+# shellcheck source=scripts/own-display.sh
+source "$root/scripts/own-display.sh"
 media=$scratch/Media
 mkdir "$media"
-children=()
-clean_up() {
-    kill "${children[@]}" 2>/dev/null || true
-    wait 2>/dev/null || true
-    rm -rf -- "$scratch"
-}
-trap clean_up EXIT
-
-start_display() {
-    local fifo=$scratch/display number
-    mkfifo "$fifo"
-    Xvfb -displayfd 3 -screen 0 1280x900x24 3>"$fifo" >/dev/null 2>&1 &
-    children+=($!)
-    read -r number <"$fifo"
-    export DISPLAY=:$number
-    openbox >/dev/null 2>&1 &
-    children+=($!)
-}
 
 start_program() {
     (cd -- "$media" && exec "$program") &
@@ -148,7 +131,6 @@ stop_test() {
 }
 
 start_display
-sleep 1
 start_program
 photograph main-idle
 
