@@ -65,6 +65,7 @@ public:
         m_events.start(1);
         const int status = m_application->Run();
         m_events.stop();
+        std::raise(SIGTERM);  // asked again while the logs are still open: that must not end the process here
         m_application.reset();
         IOTestParameters::sm_defaultPath = before;
         return status;

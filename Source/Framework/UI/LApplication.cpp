@@ -114,7 +114,7 @@ LApplication& LApplication::Instance() {
 
 int LApplication::Run() {
     QApplication::setQuitOnLastWindowClosed(false);
-    const EndRequests requests(*this);
+    m_endRequests = std::make_unique<EndRequests>(*this);
     MainThread::AcceptPasses();
     Initialize();
     StartUp();

@@ -62,4 +62,6 @@ private:
     std::vector<std::unique_ptr<LWindow>> m_windows;
     std::vector<LWindow*> m_disposed;
     bool m_isQuitting = false;
+    /// Until the windows are gone: a second signal must not end the process before the logs are closed.
+    std::unique_ptr<EndRequests> m_endRequests;
 };
