@@ -2,6 +2,7 @@
 
 #include "SupportingClasses/CString.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -11,6 +12,9 @@ class IOTestParameters;
 
 /// Names of scratch files: folder + "IOT" + number + ".tio", as colon paths.
 namespace ScratchFileNames {
+
+/// What a name adds to the folder under test, at the most: ":IOT12999.tio".
+inline constexpr std::size_t kNameRoom = 13;
 
 /// How an access method finds out whether a name (native) is taken.
 using IsTaken = bool (*)(const std::string& nativePath);

@@ -1,6 +1,7 @@
 #include "GUI/CSettingsDlg.h"
 
 #include "CoreClasses/COutputMgr.h"
+#include "CoreClasses/ScratchFileNames.h"
 #include "Framework/Base/LException.h"
 #include "Framework/UI/ControlLinks.h"
 #include "Framework/UI/FileDialogs.h"
@@ -21,6 +22,8 @@
 #include <array>
 #include <cstdlib>
 #include <limits>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -83,11 +86,27 @@ const char* TextOr(const std::array<const char*, N>& texts, std::int32_t value) 
     return texts[isKnown ? static_cast<std::size_t>(value) : 0];
 }
 
-/// The whole number at the start of a text, as atoi reads it but held within the range of unsigned 32 bits; 0 when
-/// there is none.
-std::int64_t LeadingNumber(const LStr255& text) {
-    const long long number = std::strtoll(text.CStr(), nullptr, 10);
-    return std::clamp<std::int64_t>(number, 0, std::numeric_limits<std::uint32_t>::max());
+/// A number that a test can be asked for, and how a wrong one is told.
+struct NumberEntry {
+    std::uint32_t lowest;
+    std::uint32_t highest;
+    const char* tooLow;
+    const char* tooHigh;
+};
+
+constexpr NumberEntry kMinutesEntry{1, kMaxDurationMinutes, "Duration must be at least 1 Minute.  ",
+                                    "Duration must be at most 71582788 Minutes.  "};
+constexpr NumberEntry kSizeEntry{1, kMaxTransferSizeKB, "Transfer size must be at least 1 KB.  ",
+                                 "Transfer size must be at most 4194303 KB.  "};
+constexpr NumberEntry kRateEntry{2, kMaxTransferRateKBps, "Transfer rate must be at least 2 KB/s.  ",
+                                 "Transfer rate must be at most 4294967294 KB/s.  "};
+constexpr NumberEntry kLimitEntry{1, std::numeric_limits<std::uint32_t>::max(),
+                                  "File size limit must be at least 1 MB.  ",
+                                  "File size limit must be at most 4294967295 MB.  "};
+
+/// The whole number at the start of a text, as atoi reads it but held within 64 bits; 0 when there is none.
+long long LeadingNumber(const LStr255& text) {
+    return std::strtoll(text.CStr(), nullptr, 10);
 }
 
 LStr255 Decimal(std::uint32_t number) {
@@ -98,17 +117,17 @@ LStr255 Decimal(std::uint32_t number) {
 
 struct CSettingsDlg::Entries {
     /// Adds a complaint; the first one's group gets the keyboard.
-    void Refuse(PaneIDT group, const char* complaint) {
+    void Refuse(PaneIDT group, std::string_view complaint) {
         report += complaint;
         firstWrong = firstWrong != 0 ? firstWrong : group;
     }
 
     std::uint32_t minutes = 0;
-    CString path;
+    std::string path;  ///< in colon form
     std::uint32_t transferSizeKB = 0;
     std::uint32_t rateKBps = 0;
     std::uint32_t limitMB = 0;
-    LStr255 report{"Errors found in settings were as follows: "};
+    std::string report{"Errors found in settings were as follows: "};
     PaneIDT firstWrong = 0;
 };
 
@@ -343,28 +362,39 @@ void CSettingsDlg::ListenToMessage(MessageT message, void* /*ioParam*/) {
 
 CSettingsDlg::Entries CSettingsDlg::ReadEntries() {
     Entries entries;
-    const auto number = [&](PaneIDT group, std::int64_t least, const char* complaint) {
-        const std::int64_t value = LeadingNumber(FieldText(group));
-        if (value < least) {
-            entries.Refuse(group, complaint);
+    const auto number = [&](PaneIDT group, const NumberEntry& entry) {
+        const long long value = LeadingNumber(FieldText(group));
+        if (value < entry.lowest) {
+            entries.Refuse(group, entry.tooLow);
+        } else if (value > entry.highest) {
+            entries.Refuse(group, entry.tooHigh);
         }
         return static_cast<std::uint32_t>(value);
     };
-    entries.minutes = number(kDurationGroup, 1, "Duration must be at least 1 Minute.  ");
-    entries.path = CString(FieldText(kPathGroup));
-    entries.path.TrimLeft();
-    entries.path.TrimRight();
-    if (entries.path.GetLength() == 0) {
-        entries.Refuse(kPathGroup, "Path for testing must not be empty.  ");
-    }
+    entries.minutes = number(kDurationGroup, kMinutesEntry);
+    ReadPath(entries);
     if (m_customWindow) {
-        entries.transferSizeKB = number(kSizeGroup, 1, "Transfer size must be at least 1 KB.  ");
-        entries.rateKBps = FieldText(kRateGroup) == LStr255(kUnlimited)
-                               ? kUnlimitedRate
-                               : number(kRateGroup, 2, "Transfer rate must be at least 2 KB/s.  ");
-        entries.limitMB = number(kLimitGroup, 1, "File size limit must be at least 1 MB.  ");
+        entries.transferSizeKB = number(kSizeGroup, kSizeEntry);
+        entries.rateKBps =
+            FieldText(kRateGroup) == LStr255(kUnlimited) ? kUnlimitedRate : number(kRateGroup, kRateEntry);
+        entries.limitMB = number(kLimitGroup, kLimitEntry);
     }
     return entries;
+}
+
+void CSettingsDlg::ReadPath(Entries& entries) {
+    CString typed(FieldText(kPathGroup).CStr());  // what stands behind a pasted NUL would be lost later
+    typed.TrimLeft();
+    typed.TrimRight();
+    entries.path = ColonPath::FromTyped(typed.View());
+    const bool namesFile = m_customWindow && IsTicked(kSharedFileBox);
+    const std::size_t longest = CString::kMaxLength - (namesFile ? 0 : ScratchFileNames::kNameRoom);
+    if (entries.path.empty()) {
+        entries.Refuse(kPathGroup, "Path for testing must not be empty.  ");
+    } else if (entries.path.size() > longest) {
+        entries.Refuse(kPathGroup, "Path for testing must not be longer than " + std::to_string(longest) +
+                                       " characters in its colon form.  ");
+    }
 }
 
 bool CSettingsDlg::SaveSettings() {
@@ -396,7 +426,7 @@ void CSettingsDlg::Store(const Entries& entries) {
     }
     m_parameters.NormalizeStandardParameters();
     m_parameters.m_durationMinutes = entries.minutes;
-    m_parameters.SetPathValue(ColonPath::FromTyped(entries.path.View()).c_str());
+    m_parameters.SetPathValue(entries.path.c_str());
     m_parameters.m_loop = IsTicked(kLoopBox);
     m_parameters.m_pathIsCorvane = IsTicked(kCorvaneBox);
     if (!m_customWindow) {

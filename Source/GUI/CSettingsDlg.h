@@ -63,6 +63,7 @@ private:
     void SwitchToCustomForm();
     void ShowTransferRate();
     [[nodiscard]] Entries ReadEntries();
+    void ReadPath(Entries& entries);
     void Store(const Entries& entries);
     void RefuseEntries(const Entries& entries);
 

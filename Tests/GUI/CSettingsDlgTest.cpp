@@ -37,6 +37,7 @@ const std::map<PaneIDT, std::string> kComplaints{{kMinutes, "Duration must be at
                                                  {kSize, "Transfer size must be at least 1 KB.  "},
                                                  {kRate, "Transfer rate must be at least 2 KB/s.  "},
                                                  {kLimit, "File size limit must be at least 1 MB.  "}};
+const std::string kLongestPath = "Root:" + std::string(237, 'y');
 
 /// Name, id, path, minutes, method, read or write, size, rate, limit, then the six marks.
 std::string Summary(const IOTestParameters& of) {
@@ -93,10 +94,10 @@ protected:
         Press(kOK);
     }
 
-    void ExpectRefusal(const std::vector<PaneIDT>& wrong) {
-        std::string report = "Some settings need a correction.Errors found in settings were as follows: ";
+    void ExpectRefusal(const std::vector<PaneIDT>& wrong, const std::string& complaint = "") {
+        std::string report = "Some settings need a correction.Errors found in settings were as follows: " + complaint;
         for (const PaneIDT group : wrong) {
-            report += kComplaints.at(group);
+            report += complaint.empty() ? kComplaints.at(group) : "";
         }
         ASSERT_EQ(ShownAlerts().size(), 1U);
         EXPECT_EQ(TextOf(*ShownAlerts().front()), report);
@@ -121,7 +122,9 @@ TEST_F(CSettingsDlgTest, AnEntryIsStoredAsTheNumberItBeginsWithOrRefused) {
     for (const auto& [group, entered, stored] :
          {Entry{kMinutes, " 7 minutes", "7"}, Entry{kPath, "  Root:a b:c  ", "Root:a b:c"},
           Entry{kPath, " /etc", "Root:etc"}, Entry{kRate, "2", "1024, 2"}, Entry{kRate, "8192 (8 MB / s)", "8192"},
-          Entry{kRate, "unlimited", "4294967295"}, Entry{kLimit, "99999999999999999999", "4294967295"}}) {
+          Entry{kRate, "unlimited", "4294967295"}, Entry{kLimit, "4294967295", "4294967295"},
+          Entry{kMinutes, "71582788", "71582788"}, Entry{kSize, "4194303", "4194303"},
+          Entry{kPath, kLongestPath.c_str(), kLongestPath.c_str()}}) {
         AcceptCustomFormWith(group, entered);
         EXPECT_FALSE(m_application.IsOpen(m_dialog)) << entered;
         EXPECT_THAT(Summary(m_dialog->Parameters()), HasSubstr(std::string(", ") + stored + ", "));
@@ -131,6 +134,22 @@ TEST_F(CSettingsDlgTest, AnEntryIsStoredAsTheNumberItBeginsWithOrRefused) {
     for (const auto& [group, entered] : refused) {
         AcceptCustomFormWith(group, entered);
         ExpectRefusal({group});
+    }
+}
+
+// What is more than a test can count, or than a path can hold, would become another test than the one asked for.
+TEST_F(CSettingsDlgTest, AnEntryThatNoTestCanHoldIsRefused) {
+    using Entry = std::tuple<PaneIDT, std::string, const char*>;
+    for (const auto& [group, entered, complaint] :
+         {Entry{kMinutes, "71582789", "Duration must be at most 71582788 Minutes.  "},
+          Entry{kSize, "4194304", "Transfer size must be at most 4194303 KB.  "},
+          Entry{kRate, "4294967295", "Transfer rate must be at most 4294967294 KB/s.  "},
+          Entry{kLimit, "99999999999999999999", "File size limit must be at most 4294967295 MB.  "},
+          Entry{kPath, kLongestPath + "x",
+                "Path for testing must not be longer than 242 characters in its colon form.  "},
+          Entry{kPath, std::string(1, '\0') + "a", "Path for testing must not be empty.  "}}) {
+        AcceptCustomFormWith(group, entered);
+        ExpectRefusal({group}, complaint);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "Programs/CommandLine/CommandLineOptions.h"
 
 #include "CoreClasses/IOTestParameterCollectionMgr.h"
+#include "CoreClasses/ScratchFileNames.h"
 #include "Programs/CommandLine/TextFormat.h"
 
 #include <CLI/CLI.hpp>
@@ -18,17 +19,15 @@ namespace {
 
 /// A path text holds 255 characters.
 constexpr std::size_t kLongestPath = LStr255::kMaxLength;
-/// What a scratch file's name adds to the folder under test, at the most: ":IOT12999.tio".
-constexpr std::size_t kScratchNameRoom = 13;
 
 struct Range {
     std::int64_t lowest;
     std::int64_t highest;
 };
 
-constexpr Range kMinutesRange{1, 0xFFFFFFFF / 60};   // its seconds are counted in 32 bits
-constexpr Range kTransferRange{1, (1LL << 22) - 1};  // its bytes are counted in 32 bits
-constexpr Range kRateRange{2, kUnlimitedRate - 1};
+constexpr Range kMinutesRange{1, kMaxDurationMinutes};
+constexpr Range kTransferRange{1, kMaxTransferSizeKB};
+constexpr Range kRateRange{2, kMaxTransferRateKBps};
 constexpr Range kLimitRange{1, 0xFFFFFFFF};
 constexpr Range kThresholdRange{1, std::numeric_limits<std::int32_t>::max()};
 constexpr Range kWarningsRange{0, std::numeric_limits<std::int32_t>::max()};
@@ -345,7 +344,7 @@ void Reader::ReadPreset() {
 void Reader::ReadPath() {
     TestPlan& plan = m_parsed.options.plan;
     const bool isFile = plan.parameters.m_sharedFileInPath;
-    if (const std::optional<TypedPath> path = ReadFile(m_syntax.path, isFile ? 0 : kScratchNameRoom)) {
+    if (const std::optional<TypedPath> path = ReadFile(m_syntax.path, isFile ? 0 : ScratchFileNames::kNameRoom)) {
         plan.parameters.SetPathValue(path->colon.c_str());
         plan.nativePath = path->native;
     } else if (m_syntax.path->count() == 0) {
@@ -357,7 +356,8 @@ void Reader::ReadPath() {
 void Reader::ReadDefaultPath() {
     TestPlan& plan = m_parsed.options.plan;
     const TypedPath folder = ResolveTypedPath(".");
-    if (plan.parameters.m_drivePath != folder.colon || folder.colon.size() + kScratchNameRoom > kLongestPath) {
+    if (plan.parameters.m_drivePath != folder.colon ||
+        folder.colon.size() + ScratchFileNames::kNameRoom > kLongestPath) {
         Wrong(m_syntax.path, "is needed here: the working directory's own path is too long");
     }
     plan.nativePath = folder.native;
