@@ -45,3 +45,17 @@ function(gaugeline_add_library floor)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}/Source")
 endfunction()
+
+# gaugeline_precompile(<target> <header>...)
+#
+# Headers that most sources of the target include anyway, or the target whose compiled headers it shares: REUSE_FROM
+# <target>, which is compiled by the same options.
+function(gaugeline_precompile target)
+    if(GAUGELINE_PRECOMPILED_HEADERS)
+        if(ARGV1 STREQUAL "REUSE_FROM")
+            target_precompile_headers(${target} ${ARGN})
+        else()
+            target_precompile_headers(${target} PRIVATE ${ARGN})
+        endif()
+    endif()
+endfunction()
