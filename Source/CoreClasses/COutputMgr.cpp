@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <mutex>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -109,8 +110,16 @@ void COutputMgr::Close(LogFile& log) {
     const std::scoped_lock lock(m_criticalRegion);
     if (log.stream.IsOpen()) {
         WriteClosingBanner(log.stream.Get(), log.closingCaption, log.path);
-        log.stream.Close();
+        const bool hadError = log.stream.HasError();
+        if (!log.stream.Close() || hadError) {
+            m_incompleteLogs.push_back(log.path);
+        }
     }
+}
+
+std::vector<CString> COutputMgr::TakeIncompleteLogs() {
+    const std::scoped_lock lock(m_criticalRegion);
+    return std::exchange(m_incompleteLogs, {});
 }
 
 const char* COutputMgr::GetOutFilePath() const {

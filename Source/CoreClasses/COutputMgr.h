@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 /// Where a message goes; bits that may be combined.
 enum OutputDestination : int {
@@ -30,7 +31,7 @@ enum outFileLevels : std::int32_t { outLevelPrimary = 1, outLevelSecondary = 2 }
 /// region; who shows them enters it with `SafeEnterOutputCS`.
 ///
 /// Both logs are text whose lines end in a carriage return alone. Log paths are colon paths. Lines reach the disk when
-/// a stream's buffer fills or its file is closed; write errors are not reported.
+/// a stream's buffer fills or its file is closed; that some were lost is known when the log has been closed.
 class COutputMgr {
 public:
     /// Registers itself as the process-wide instance if none is registered.
@@ -59,6 +60,10 @@ public:
     void CloseOutFile();
     void CloseErrFile();
     void CloseFiles();
+
+    /// The paths of the logs closed since the last call that did not take all of their lines: their volume was full, or
+    /// failed.
+    [[nodiscard]] std::vector<CString> TakeIncompleteLogs();
 
     /// The path last set, in the calling thread's conversion buffer (see `CString::GetChars`).
     [[nodiscard]] const char* GetOutFilePath() const;
@@ -105,4 +110,5 @@ private:
     outFileLevels m_outLevel = outLevelSecondary;
     LogFile m_outFile{"Output File:", "Closing Output File:", {}, {}};
     LogFile m_errFile{"Error Log File:", "Closing Error Log File:", {}, {}};
+    std::vector<CString> m_incompleteLogs;
 };

@@ -26,12 +26,6 @@ std::int32_t PacingIntervalMS(const IOTestParameters& parameters) {
 }
 
 /// A name that cannot be converted and a file that cannot be deleted are passed over.
-void RemoveListedFile(const CString& name) {
-    if (const auto nativePath = ColonPath::ToNative(name.View())) {
-        FileSystem::RemoveFile(*nativePath);
-    }
-}
-
 }  // namespace
 
 FileReadWriteWorker::FileReadWriteWorker() : m_endTime(CTime::GetCurrentTime()), m_startTime(m_endTime) {
@@ -161,6 +155,14 @@ int FileReadWriteWorker::VCleanupFiles() {
     return 0;
 }
 
+void FileReadWriteWorker::RemoveListedFile(const CString& name) {
+    const auto nativePath = ColonPath::ToNative(name.View());
+    if (nativePath && !FileSystem::RemoveFile(*nativePath)) {
+        const std::scoped_lock lock(m_lock);
+        m_filesNotRemoved.push_back(name);
+    }
+}
+
 /// While a test of an existing file runs, nothing that is listed is deleted, so that the file itself never is. What its
 /// write phases made beside that file goes when the test ends.
 void FileReadWriteWorker::RemoveOwnFilesBesideShared() {
@@ -180,6 +182,11 @@ std::vector<CString> FileReadWriteWorker::ScratchFiles() const {
     std::vector<CString> names = m_fileList.Names();
     std::erase_if(names, [this](const CString& name) { return IsSharedFile(name); });
     return names;
+}
+
+std::vector<CString> FileReadWriteWorker::FilesNotRemoved() const {
+    const std::scoped_lock lock(m_lock);
+    return m_filesNotRemoved;
 }
 
 void FileReadWriteWorker::SafeEnterOutputCS() {

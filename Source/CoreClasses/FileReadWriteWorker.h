@@ -75,6 +75,8 @@ public:
     /// The scratch files that the test has made and not yet removed (colon paths); none for an existing file under
     /// test.
     [[nodiscard]] std::vector<CString> ScratchFiles() const;
+    /// The scratch files (colon paths) that the test has tried to remove and that are still there.
+    [[nodiscard]] std::vector<CString> FilesNotRemoved() const;
 
     void SafeEnterOutputCS();
     void SafeLeaveOutputCS();
@@ -149,6 +151,7 @@ private:
     // The thread's body and its cycle.
     void RunCycles();
     void RunCycle();
+    void RemoveListedFile(const CString& name);
     void RemoveOwnFilesBesideShared();
     /// Whether `name` is the existing file that the user gave to be tested.
     [[nodiscard]] bool IsSharedFile(const CString& name) const;
@@ -205,4 +208,5 @@ private:
     TransferStatistics m_writeStatistics;
     std::uint64_t m_phaseStartUS = 0;  ///< of the running phase, on the microsecond clock
     FileCacheReport m_fileCacheReport;
+    std::vector<CString> m_filesNotRemoved;
 };

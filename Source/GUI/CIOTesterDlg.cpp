@@ -27,6 +27,7 @@
 #include "ThreadClasses/CShutdownThread.h"
 #include "ThreadClasses/CTimerThread.h"
 
+#include <cstdio>
 #include <string>
 #include <utility>
 
@@ -78,6 +79,9 @@ CIOTesterDlg::~CIOTesterDlg() {
         LThread::YieldOneTick();
     }
     m_outputMgr.CloseFiles();
+    for (const CString& log : m_outputMgr.TakeIncompleteLogs()) {
+        std::fprintf(stderr, "gaugeline: the log %s is not complete: its storage did not take all lines\n", log.CStr());
+    }
 }
 
 void CIOTesterDlg::FindPanes() {

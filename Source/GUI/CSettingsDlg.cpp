@@ -471,6 +471,9 @@ bool CSettingsDlg::ObeyCommand(CommandT command, void* ioParam) {
 void CSettingsDlg::ReopenLogs() {
     const CLogFilesDlg& chosen = *ThrowIfNil(m_logFilesDlg, "the log-files window");
     m_outputMgr->CloseFiles();
+    for (const CString& log : m_outputMgr->TakeIncompleteLogs()) {
+        PathDescription::TellIncompleteLog(*this, log);
+    }
     const bool hasErrorLog = m_outputMgr->SetErrorFile(chosen.ErrorFilePath().CStr());
     const bool hasOutputLog = m_outputMgr->SetOutputFile(chosen.OutputFilePath().CStr());
     if (!hasErrorLog && chosen.ErrorFilePath().GetLength() != 0) {

@@ -111,3 +111,8 @@ void PathDescription::TellUnwritableLog(LWindow& window, const CString& path) {
                                     ". The test can run without this log.";
     StandardAlert::Show(window, "The log file cannot be written.", explanation);
 }
+
+void PathDescription::TellIncompleteLog(LWindow& window, const CString& path) {
+    StandardAlert::Show(window, "The log file is not complete.",
+                        std::string(path.View()) + ": its storage did not take all lines.");
+}

@@ -21,4 +21,7 @@ void Show(LWindow& window, PaneIDT pane, const CString& path, bool isFile);
 /// Tells at once, in an alert of the window, that a log cannot be written, with the path and the system's reason.
 void TellUnwritableLog(LWindow& window, const CString& path);
 
+/// Tells in an alert of the window that a log which has been closed lacks lines.
+void TellIncompleteLog(LWindow& window, const CString& path);
+
 }  // namespace PathDescription

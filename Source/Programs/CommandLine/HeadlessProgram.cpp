@@ -3,6 +3,7 @@
 #include "CoreClasses/TestLog.h"
 #include "Framework/Base/LThread.h"
 #include "Platform/Clock.h"
+#include "Platform/ColonPath.h"
 #include "Programs/CommandLine/ExitStatus.h"
 #include "Programs/CommandLine/JsonReport.h"
 #include "Programs/CommandLine/Lists.h"
@@ -75,14 +76,14 @@ int HeadlessProgram::RunTest() {
     m_conductor = std::make_unique<TestConductor>(m_options.plan, m_output, m_events, *m_display);
     const TestReport& report = m_conductor->Run();
     if (!report.isAbandoned) {
-        m_output.CloseFiles();
+        CloseLogs();
     }
     m_events.End();
     Report(report);
     if (report.isAbandoned) {
         // Last, because these may have to wait for the storage as well; a further signal ends the process now.
         TestLog::Stopped(m_output);
-        m_output.CloseFiles();
+        CloseLogs();
     } else {
         LThread::JoinFinished(kJoinMS);
     }
@@ -113,6 +114,15 @@ int HeadlessProgram::CouldNotStart(TestReport& report, const std::string& proble
     m_output.CloseFiles();
     Report(report);
     return ExitStatusOf(report);
+}
+
+void HeadlessProgram::CloseLogs() {
+    m_output.CloseFiles();
+    for (const CString& log : m_output.TakeIncompleteLogs()) {
+        const std::string colon(log.View());
+        m_display->Say("the log " + BothForms(colon, ColonPath::ToNative(colon)) +
+                       " is not complete: its storage did not take all lines");
+    }
 }
 
 void HeadlessProgram::Report(const TestReport& report) {

@@ -35,6 +35,7 @@ private:
     [[nodiscard]] std::optional<std::string> ProblemWithStart(TestReport& notStarted);
     int CouldNotStart(TestReport& report, const std::string& problem);
     void Report(const TestReport& report);
+    void CloseLogs();
     void Print(const std::string& text);
 
     const Console& m_console;

@@ -154,6 +154,7 @@ void TestConductor::Poll() {
     }
     m_report.state = m_report.signal != 0 ? TestReport::State::Interrupted : TestReport::State::Completed;
     if (isDone && !m_report.isAbandoned) {
+        NoteFilesLeft(m_worker->FilesNotRemoved());
         m_worker.reset();
         TestLog::Stopped(m_output);
     }
@@ -208,7 +209,12 @@ void TestConductor::Abandon() {
     if (m_worker == nullptr) {
         return;
     }
-    for (const CString& name : m_worker->ScratchFiles()) {
+    NoteFilesLeft(m_worker->FilesNotRemoved());
+    NoteFilesLeft(m_worker->ScratchFiles());
+}
+
+void TestConductor::NoteFilesLeft(const std::vector<CString>& names) {
+    for (const CString& name : names) {
         m_report.scratchFilesLeft.push_back(ScratchFilePath(name, m_report.plan));
     }
 }

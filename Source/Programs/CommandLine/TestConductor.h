@@ -50,6 +50,7 @@ private:
     void Handle(int signal);
     void RequestStop(int signal);
     void Abandon();
+    void NoteFilesLeft(const std::vector<CString>& names);
 
     void TakeCopies();
     void MeasureIfDue();

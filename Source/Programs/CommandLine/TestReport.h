@@ -51,7 +51,7 @@ struct TestReport {
     std::int32_t overThreshold = 0;  ///< transfers, of both directions
     std::vector<TestSample> samples;
     bool isAbandoned = false;                 ///< the worker hung in a transfer and was not waited for
-    std::vector<TypedPath> scratchFilesLeft;  ///< by an abandoned worker
+    std::vector<TypedPath> scratchFilesLeft;  ///< that could not be removed, or by an abandoned worker
 
     [[nodiscard]] std::uint64_t Errors() const { return writes.errors + reads.errors; }
     [[nodiscard]] const TransferStatistics& Of(Direction direction) const {

@@ -250,6 +250,14 @@ TEST_F(HeadlessProgramTest, AStatusRequestIsAnsweredAndAClosedStandardOutputTold
                            "gaugeline-cli: standard output could not take all of the results\n");
 }
 
+TEST_F(HeadlessProgramTest, ALogThatLosesLinesIsTold) {
+    std::vector<std::string> arguments = PacedTest("writes", "mac");
+    std::replace(arguments.begin(), arguments.end(), m_files.Native("errors"), std::string("/dev/full"));
+    EXPECT_EQ(Run(arguments), 0);
+    EXPECT_THAT(m_err.str(), HasSubstr("(/dev/full) is not complete: its storage did not take all lines\n"));
+    EXPECT_EQ(m_err.str().find("is not complete"), m_err.str().rfind("is not complete"));
+}
+
 TEST_F(HeadlessProgramTest, WrongUseTouchesNothing) {
     EXPECT_EQ(Run(PacedTest("writes", "mac", " --threshold-ms 0")), 2);
     EXPECT_TRUE(std::filesystem::is_empty(m_files.Native()));
