@@ -2,7 +2,7 @@
 # Installs the Debian packages that a task needs and that are missing.
 #
 #   scripts/install-dependencies.sh [GROUP...]      build (the default), windows, tests, checks, compare, pictures,
-#                                                   faults, all
+#                                                   faults, fuzzing, all
 #
 # Asks nothing and changes nothing when all packages are there. Exit status: 0 when they are, 1 when they are not and
 # could not be installed, 2 for an unknown group.
@@ -12,9 +12,10 @@ build=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
 windows=(qt6-base-dev fonts-dejavu-core)
 tests=(libgtest-dev libgmock-dev libbenchmark-dev)
 checks=(clang-format clang-tidy clang shellcheck)
-compare=(fio)
+compare=(fio strace)
 pictures=(xvfb xdotool imagemagick openbox)
-faults=(libfuse3-dev fuse3 strace pkg-config)
+faults=(libfuse3-dev fuse3 strace pkg-config xvfb openbox xdotool imagemagick at-spi2-core dbus python3-gi)
+fuzzing=(clang libclang-rt-dev)
 
 wanted=()
 for group in "${@:-build}"; do
@@ -26,12 +27,13 @@ for group in "${@:-build}"; do
         compare) wanted+=("${compare[@]}") ;;
         pictures) wanted+=("${pictures[@]}") ;;
         faults) wanted+=("${faults[@]}") ;;
+        fuzzing) wanted+=("${fuzzing[@]}") ;;
         all)
             wanted+=("${build[@]}" "${windows[@]}" "${tests[@]}" "${checks[@]}" "${compare[@]}" "${pictures[@]}"
-                "${faults[@]}")
+                "${faults[@]}" "${fuzzing[@]}")
             ;;
         *)
-            echo "$0: unknown group '$group'; there are build, windows, tests, checks, compare, pictures, faults, all" >&2
+            echo "$0: unknown group '$group'; the head of the script names them" >&2
             exit 2
             ;;
     esac

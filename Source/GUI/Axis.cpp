@@ -5,10 +5,6 @@
 
 namespace {
 
-constexpr RGBColor kBlack{0, 0, 0};
-constexpr RGBColor kWhite{0xFFFF, 0xFFFF, 0xFFFF};
-constexpr int kLabelSize = 10;
-
 int Truncated(float value) {
     return TruncateToInt32(static_cast<double>(value));
 }
@@ -49,7 +45,7 @@ void Axis::drawAxis(const Rect& frame, Point topLeft, Point bottomRight, int kin
     Drawing::RGBForeColor(kBlack);
     Drawing::PenNormal();
     Drawing::TextFont(Drawing::kLabelFont);
-    Drawing::TextSize(kLabelSize);
+    Drawing::TextSize(kTextSize);
     if (kind == kXAxis) {
         DrawXAxis(frame, topLeft, bottomRight);
     } else if (kind == kYAxis) {

@@ -11,6 +11,7 @@ class Axis {
 public:
     static constexpr int kXAxis = 1;
     static constexpr int kYAxis = 2;
+    static constexpr int kTextSize = 10;  ///< of all numbers beside the chart
 
     [[nodiscard]] float get_minValue() const { return m_minValue; }
     void set_minValue(float value) { m_minValue = value; }

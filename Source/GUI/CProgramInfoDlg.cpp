@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr MessageT kMessageClose = 140;
+constexpr MessageT kMessageOK = 140;
 
 struct InfoText {
     PaneIDT pane;
@@ -28,7 +28,7 @@ void CProgramInfoDlg::FinishCreateSelf() {
 }
 
 void CProgramInfoDlg::ListenToMessage(MessageT message, void* /*ioParam*/) {
-    if (message == kMessageClose) {
+    if (message == kMessageOK) {
         CloseWindow();
     }
 }

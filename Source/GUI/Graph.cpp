@@ -14,10 +14,6 @@
 
 namespace {
 
-constexpr RGBColor kBlack{0, 0, 0};
-constexpr RGBColor kWhite{0xFFFF, 0xFFFF, 0xFFFF};
-constexpr int kLabelSize = 10;
-
 // Dashes of the reference lines, in pixels.
 constexpr int kDashLength = 3;
 constexpr int kDashDistance1 = 9;
@@ -190,7 +186,7 @@ void Graph::drawGraph() {
                                         frame.left + m_ptRelativeBottomRight.h, frame.top + m_ptRelativeBottomRight.v));
     Drawing::RGBForeColor(kWhite);
     Drawing::TextFont(Drawing::kLabelFont);
-    Drawing::TextSize(kLabelSize);
+    Drawing::TextSize(Axis::kTextSize);
     Drawing::MoveTo(frame.left + 3, frame.bottom - 5);
     Drawing::DrawString("(Seconds)");
     m_flagInfiniteX == 0 ? calcXYRange() : calcXYRangeInfiniteX();

@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr RGBColor kBlack{0, 0, 0};
 constexpr int kFontSize = 10;
 constexpr int kShadow = 3;
 constexpr int kRowHeight = 20;

@@ -13,6 +13,9 @@ struct RGBColor {
     bool operator==(const RGBColor&) const = default;
 };
 
+inline constexpr RGBColor kBlack{0, 0, 0};
+inline constexpr RGBColor kWhite{0xFFFF, 0xFFFF, 0xFFFF};
+
 /// A point of the grid that runs between the pixels; vertical first.
 struct Point {
     std::int16_t v = 0;

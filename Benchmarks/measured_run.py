@@ -1,0 +1,69 @@
+"""A program under measurement: its processor time, memory and bytes while it transfers, as the kernel counts them."""
+
+import subprocess
+import time
+from dataclasses import dataclass
+from pathlib import Path
+
+
+@dataclass
+class Usage:
+    """Counted from the start of the process, over its children too: fio transfers in one."""
+
+    at: float = 0.0
+    cpu_seconds: float = 0.0
+    bytes_moved: int = 0
+    memory_kb: int = 0  # proportional set size: shared pages are divided among those that share them
+
+    def since(self, earlier):
+        return Usage(self.at - earlier.at, self.cpu_seconds - earlier.cpu_seconds,
+                     self.bytes_moved - earlier.bytes_moved, self.memory_kb)
+
+
+def first_number(path, beginning):
+    for line in path.read_text(encoding="ascii").splitlines():
+        if line.startswith(beginning):
+            return int(line.split()[1])
+    return 0
+
+
+class MeasuredRun:
+    def __init__(self, words, direction):
+        self._words, self._counter = words, "rchar:" if direction == "read" else "wchar:"
+        self.process = subprocess.Popen(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+
+    def usage(self):
+        """What it has used so far; a process that ends meanwhile counts with what could be read of it."""
+        found = Usage(time.monotonic())
+        for pid in self._processes(self.process.pid):
+            try:
+                place = Path(f"/proc/{pid}")
+                found.bytes_moved += first_number(place / "io", self._counter)
+                found.memory_kb += first_number(place / "smaps_rollup", "Pss:")
+                for task in (place / "task").iterdir():
+                    found.cpu_seconds += int((task / "schedstat").read_text(encoding="ascii").split()[0]) / 1e9
+            except (FileNotFoundError, ProcessLookupError):
+                pass
+        return found
+
+    def _processes(self, pid):
+        yield pid
+        for task in Path(f"/proc/{pid}/task").glob("*/children"):
+            for child in task.read_text(encoding="ascii").split():
+                yield from self._processes(int(child))
+
+    def wait_for_bytes(self, count, seconds=60.0):
+        end = time.monotonic() + seconds
+        while self.usage().bytes_moved < count:
+            if self.process.poll() is not None or time.monotonic() > end:
+                raise RuntimeError(f"{' '.join(self._words)} transfers nothing")
+            time.sleep(0.02)
+
+    def end(self, number=None, seconds=60.0):
+        if number is not None:
+            self.process.send_signal(number)
+        try:
+            return self.process.wait(seconds)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            raise
