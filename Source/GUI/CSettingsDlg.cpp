@@ -471,17 +471,23 @@ bool CSettingsDlg::ObeyCommand(CommandT command, void* ioParam) {
 void CSettingsDlg::ReopenLogs() {
     const CLogFilesDlg& chosen = *ThrowIfNil(m_logFilesDlg, "the log-files window");
     m_outputMgr->CloseFiles();
-    for (const CString& log : m_outputMgr->TakeIncompleteLogs()) {
-        PathDescription::TellIncompleteLog(*this, log);
+    const std::vector<CString> incomplete = m_outputMgr->TakeIncompleteLogs();
+    std::vector<CString> unwritable;
+    if (!m_outputMgr->SetErrorFile(chosen.ErrorFilePath().CStr()) && chosen.ErrorFilePath().GetLength() != 0) {
+        unwritable.push_back(chosen.ErrorFilePath());
     }
-    const bool hasErrorLog = m_outputMgr->SetErrorFile(chosen.ErrorFilePath().CStr());
-    const bool hasOutputLog = m_outputMgr->SetOutputFile(chosen.OutputFilePath().CStr());
-    if (!hasErrorLog && chosen.ErrorFilePath().GetLength() != 0) {
-        PathDescription::TellUnwritableLog(*this, chosen.ErrorFilePath());
+    if (!m_outputMgr->SetOutputFile(chosen.OutputFilePath().CStr()) && chosen.OutputFilePath().GetLength() != 0) {
+        unwritable.push_back(chosen.OutputFilePath());
     }
-    if (!hasOutputLog && chosen.OutputFilePath().GetLength() != 0) {
-        PathDescription::TellUnwritableLog(*this, chosen.OutputFilePath());
-    }
+    // An alert that comes before the log-files window is closed loses the keyboard when that is.
+    m_tellTask.Start(0, [this, incomplete, unwritable] {
+        for (const CString& log : incomplete) {
+            PathDescription::TellIncompleteLog(*this, log);
+        }
+        for (const CString& log : unwritable) {
+            PathDescription::TellUnwritableLog(*this, log);
+        }
+    });
 }
 
 void CSettingsDlg::ChoosePath() {

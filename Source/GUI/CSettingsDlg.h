@@ -86,4 +86,5 @@ private:
     bool m_customWindow = false;
     CLogFilesDlg* m_logFilesDlg = nullptr;
     LTimerTask m_describeTask;
+    LTimerTask m_tellTask;
 };

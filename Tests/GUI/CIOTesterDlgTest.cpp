@@ -263,7 +263,7 @@ TEST_F(CIOTesterDlgTest, AScreenReaderIsToldEachReadoutsCaptionAndValue) {
     for (const auto& [pane, name] : names) {
         QAccessibleInterface* told = QAccessible::queryAccessibleInterface(Pane<LPane>(pane).Peer());
         ASSERT_NE(told, nullptr);
-        EXPECT_EQ(told->text(QAccessible::Name).toStdString(), name);
+        EXPECT_EQ(told->text(QAccessible::Name).toStdString(), name + ": " + Readout(pane));
         EXPECT_EQ(told->text(QAccessible::Value).toStdString(), Readout(pane)) << name;
         EXPECT_FALSE(Readout(pane).empty());
     }

@@ -4,6 +4,7 @@
 #include "CoreClasses/EngineTest.h"
 #include "Framework/Base/LThread.h"
 #include "Framework/UI/LControl.h"
+#include "Framework/UI/LTimerTask.h"
 #include "GUI/CLogFilesDlg.h"
 #include "GUI/EditPopupMessages.h"
 #include "GUI/LColorEditView.h"
@@ -292,6 +293,7 @@ TEST_F(CSettingsDlgTest, AcceptedLogPathsCloseBothLogsAndOpenTheNewOnes) {
         dialog.SetDescriptorForPaneID(8, LStr255(std::string_view(output)));
         dialog.SetDescriptorForPaneID(9, LStr255(std::string_view(errors)));
         QTest::keyClick(dialog.Shell(), key);
+        LTimerTask::RunDue();
     };
     answer(m_folder.Native("next"), "None:errors", Qt::Key_Return);
     EXPECT_THAT(ContentOf(m_folder.Native("old")), EndsWith(old + " at: " + DateText(0) + '\r'));

@@ -15,10 +15,15 @@ class AccessiblePane final : public QAccessibleWidget {
 public:
     explicit AccessiblePane(PaneWidget* widget) : QAccessibleWidget(widget, QAccessible::StaticText) {}
 
+    /// A value of this role never reaches the readers of this desktop: it goes with the name, as with a caption.
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
         const auto* drawn = dynamic_cast<PaneWidget*>(widget());
-        return kind == QAccessible::Value && drawn != nullptr ? QString::fromStdString(drawn->Pane().AccessibleValue())
-                                                              : QAccessibleWidget::text(kind);
+        const QString value = drawn != nullptr ? QString::fromStdString(drawn->Pane().AccessibleValue()) : QString();
+        if (kind == QAccessible::Value) {
+            return value;
+        }
+        const QString text = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name && !value.isEmpty() ? text + QLatin1String(": ") + value : text;
     }
 };
 
@@ -36,6 +41,8 @@ void PaneWidget::AnnounceValue() {
     if (QAccessible::isActive()) {
         QAccessibleValueChangeEvent event(this, QString::fromStdString(m_pane.AccessibleValue()));
         QAccessible::updateAccessibility(&event);
+        QAccessibleEvent renamed(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&renamed);
     }
 }
 
