@@ -2,6 +2,8 @@
 
 #include "Platform/FileDescriptor.h"
 
+#include <cerrno>
+
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <sys/stat.h>
@@ -25,7 +27,7 @@ int FileSystem::CreateNew(const std::string& nativePath, mode_t permissions) {
 }
 
 bool FileSystem::RemoveFile(const std::string& nativePath) {
-    return ::unlink(nativePath.c_str()) == 0;
+    return ::unlink(nativePath.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR;
 }
 
 std::optional<std::uint64_t> FileSystem::FreeBytes(const std::string& nativePath) {

@@ -18,7 +18,7 @@ namespace FileSystem {
 /// Makes an empty file where nothing is. Answers 0, EEXIST when something is there, or another system error number.
 [[nodiscard]] int CreateNew(const std::string& nativePath, mode_t permissions);
 
-/// Removes a file (never a folder). False when it is still there.
+/// Removes a file (never a folder). False when it is still there, or when that cannot be told.
 bool RemoveFile(const std::string& nativePath);
 
 /// Bytes that this process may still write on the file system which holds the path; none when it cannot be asked.

@@ -1,8 +1,8 @@
 """Transfers that hang, direct transfers that are refused, failing seeks, and scratch files that cannot be removed."""
 
 import errno
-import re
 import signal
+import time
 
 from fault_case import INTERRUPTED, case
 from fault_volumes import require_tool
@@ -52,19 +52,59 @@ def run_hang(trial, mode, kind, number, is_deaf=False):
 
 
 for title, the_mode, the_kind, the_number in HANGS:
-    case(f"{title} hangs; SIGINT twice", "ends at once; logs and JSON complete, the scratch file is named")(
+    case(f"{title} hangs; SIGINT twice", "ends at once; logs and JSON complete, the scratch file is named",
+         programs=("headless",))(
         lambda trial, mode=the_mode, kind=the_kind, number=the_number: run_hang(trial, mode, kind, number))
     if the_kind != "open":
         case(f"{title} hangs so that the process cannot be killed; SIGINT twice",
-             "all is written at once; the process goes when the kernel lets it")(
+             "all is written at once; the process goes when the kernel lets it", programs=("headless",))(
             lambda trial, mode=the_mode, kind=the_kind, number=the_number: run_hang(trial, mode, kind, number, True))
+
+
+    case(f"{title} hangs; quit", programs=("window",),
+         expected="the window answers and tells what it waits for; all is tidy once the transfer is back")(
+        lambda trial, mode=the_mode, kind=the_kind, number=the_number: quit_while_it_hangs(trial, mode, kind, number))
+
+
+def check_waiting(trial):
+    """A second and a half after it was asked to stop, the window still answers, and the test has not ended."""
+    time.sleep(1.5)
+    trial.equal("idle and stoppable while the transfer hangs", (trial.run.is_idle(), trial.run.can_stop()),
+                (False, False))
+    colors = set()
+    trial.reached("a blinking lamp", lambda: colors.add(trial.run.color_of("Activity")) or len(colors) > 1, 5)
+
+
+def quit_while_it_hangs(trial, mode, kind, number):
+    volume, name = start_hang(trial, mode, kind, number[trial.method])
+    run = trial.run
+    run.press_quit()
+    trial.reached("the window that tells what is waited for", lambda: run.window("Quitting"))
+    check_waiting(trial)
+    run.send(signal.SIGINT)  # the wait goes on
+    time.sleep(0.5)
+    trial.equal("runs on after a second request", run.is_running(), True)
+    trial.equal("the file is there", (volume.behind / name).exists(), True)
+    volume.set_rules()
+    run.wait(20)
+    trial.check_end(0, volume.behind)
+    trial.check_errors([])
+
+
+def ask_once(trial):
+    """One request to stop that cannot be met yet."""
+    if trial.is_window:
+        trial.run.press_stop()
+        check_waiting(trial)
+    else:
+        trial.run.send(signal.SIGINT)
+        trial.reached("the note that it waits", lambda: "stopping after SIGINT" in trial.run.stderr, 5)
 
 
 def run_short_hang(trial, mode):
     _, kind, _ = subject(mode)
     volume, name = start_hang(trial, mode, kind, 3)
-    trial.run.send(signal.SIGINT)
-    trial.reached("the note that it waits", lambda: "stopping after SIGINT" in trial.run.stderr, 5)
+    ask_once(trial)
     volume.set_rules()
     trial.run.end(10)
     trial.check_end(INTERRUPTED, volume.behind)
@@ -73,13 +113,14 @@ def run_short_hang(trial, mode):
 
 
 for the_mode, title in (("writes", "a write"), ("shared", "a read")):
-    case(f"{title} hangs; SIGINT once; it comes back", "the transfer is counted, the files are removed")(
+    case(f"{title} hangs; SIGINT once, or Stop; it comes back", "the transfer is counted, the files are removed")(
         lambda trial, mode=the_mode: run_short_hang(trial, mode))
 
 
 def check_cache(trial, mode, reason):
-    cache = trial.run.document.get("cache", {})
-    trial.equal("cache mode and reason", (cache.get("mode"), cache.get("reason")), (mode, reason))
+    if not trial.is_window:
+        cache = trial.run.document.get("cache", {})
+        trial.equal("cache mode and reason", (cache.get("mode"), cache.get("reason")), (mode, reason))
     line = f"File cache: {mode}" + (f" ({reason})" if reason else "") + ", reader 0"
     trial.equal("lines on the file cache", [m for m in trial.run.output.messages if m.startswith("File cache")], [line])
 
@@ -118,7 +159,7 @@ def injecting(trial, call, selection, error):
     require_tool("strace")
     log = trial.folder / "strace.txt"
     wrapper = ("strace", "-f", "-qq", "-o", log, "-e", f"trace={call}", "-e", "signal=none", "-e",
-               f"inject={call}:error={error}:{selection}")
+               f"inject={call}:error={error}:{selection}", "-P", trial.folder / trial.volume_name / SCRATCH)
     return wrapper, lambda: [line for line in log.read_text(encoding="utf-8").splitlines() if "(INJECTED)" in line]
 
 
@@ -160,7 +201,7 @@ def preparation_cannot_seek(trial):
         trial.run.end(30)
         trial.check_end(4, volume.behind)
         trial.check_errors([f"Error writing sample data to file {volume.colon}{SCRATCH} for read test. err no =0"])
-        trial.check_counts("reads", 0, 0, 1)
+        trial.check_counts("reads", 0, 0, 1, is_begun=False)
     trial.between("injected errors", len(injected()), 2, 1000)
 
 
@@ -169,23 +210,33 @@ def file_cannot_be_removed(trial):
     volume = begin(trial, "writes", f"unlink {SCRATCH} 1 0 error 13")
     trial.reached("two passes", lambda: passes(trial, volume, SCRATCH) >= 2)
     trial.run.interrupt()
-    trial.check_end(INTERRUPTED, volume.behind, left=[SCRATCH])
+    trial.check_end(INTERRUPTED, volume.behind, left=[SCRATCH], told_left=[volume.place / SCRATCH])
     trial.equal("errors", check_against_trace(trial, volume, "writes"), 0)
     trial.equal("attempts to remove it", [o.result for o in volume.operations("unlink", SCRATCH)], [-13])
 
 
-@case("a write to the logs fails", "the test goes on, exact in JSON; both logs keep what they had")
-def logs_become_unwritable(trial):
+def three_passes_with_logs(trial, rule, complaint=None):
+    """Both logs on a volume with the rule; the complaint of an alert for each."""
     volume = trial.fault_volume()
-    logs = trial.fault_volume("write *.log 1 0 error 5", suffix="logs")
+    logs = trial.fault_volume(rule, suffix="logs")
     trial.add_own_files(volume.behind)
     trial.start(volume.place, "writes", logs=logs.place)
     trial.reached("three passes", lambda: passes(trial, volume, SCRATCH) >= 3)
     trial.run.interrupt()
-    trial.check_end(INTERRUPTED, volume.behind, closed=False)
+    names = ("errors.log", "output.log") if complaint else ()
+    trial.check_end(INTERRUPTED, volume.behind, closed=False,
+                    alerts=[f"{logs.colon}{name}: {complaint}" for name in names])
     moved = [o.result for o in volume.operations("write", SCRATCH)]
     trial.check_counts("writes", len(moved), sum(moved), 0)
-    trial.equal("refused log writes", bool(logs.operations("write", "output.log")), True)
-    told = re.findall(r"the (?:output|error) log .*", trial.run.stderr)
-    trial.notes.append("told on standard error" if told else "not told on standard error")
+    return logs
 
+
+@case("a write to the logs fails", "the test goes on, exact in JSON; both logs keep what they had, and that is told")
+def logs_become_unwritable(trial):
+    logs = three_passes_with_logs(trial, "write *.log 1 0 error 5")
+    trial.equal("refused log writes", bool(logs.operations("write", "output.log")), True)
+    trial.check_incomplete_logs()
+
+
+case("the logs cannot be opened", "told for each; the test runs without them", programs=("window",))(
+    lambda trial: three_passes_with_logs(trial, "create *.log 1 0 error 13", "Permission denied"))

@@ -1,4 +1,4 @@
-"""One run of gaugeline-cli: starting it, waiting for something, ending it, and reading what it left."""
+"""One run of a program: starting it, waiting for something, ending it, and reading what it left."""
 
 import json
 import os
@@ -30,23 +30,30 @@ class Log:
         return sum(1 for message in self.messages if re.fullmatch(pattern, message))
 
 
-class ProgramRun:
-    """The program with both logs, JSON and its texts in a folder of their own. The working directory is that folder."""
+class Run:
+    """A process with both logs and its texts in a folder of their own, which is its working directory."""
 
-    def __init__(self, program: Path, files: Path, arguments, wrapper=(), logs: Path | None = None):
+    def __init__(self, files: Path, logs: Path | None = None):
         files.mkdir(exist_ok=True)
         self.folder = files
         logs = logs or files
         self._paths = {"output": logs / "output.log", "errors": logs / "errors.log", "json": files / "results.json"}
         self._stderr = files / "stderr.txt"
         self.status = None
-        self.began = time.monotonic()
-        with open(files / "stdout.txt", "wb") as out, open(self._stderr, "wb") as err:
-            self._process = subprocess.Popen(
-                [*wrapper, program, *arguments, "--quiet", "--output-log", self._paths["output"], "--error-log",
-                 self._paths["errors"], "--json", self._paths["json"]],
-                stdin=subprocess.DEVNULL, stdout=out, stderr=err, cwd=files)
+
+    def launch(self, words, wrapper=(), environment=None):
         self._is_wrapped = bool(wrapper)
+        with open(self.folder / "stdout.txt", "wb") as out, open(self._stderr, "wb") as err:
+            self._process = subprocess.Popen([*wrapper, *words], stdin=subprocess.DEVNULL, stdout=out, stderr=err,
+                                             cwd=self.folder, env=environment)
+
+    def pid(self):
+        """Of the program itself, also under a wrapper."""
+        pid = self._process.pid
+        if self._is_wrapped:
+            children = Path(f"/proc/{pid}/task/{pid}/children").read_text(encoding="ascii").split()
+            pid = int(children[0]) if children else pid
+        return pid
 
     def is_running(self):
         return self._process.poll() is None
@@ -61,16 +68,12 @@ class ProgramRun:
         return True
 
     def send(self, number):
-        pid = self._process.pid
-        if self._is_wrapped:
-            children = Path(f"/proc/{pid}/task/{pid}/children").read_text(encoding="ascii").split()
-            pid = int(children[0]) if children else pid
         try:
-            os.kill(pid, number)
-        except ProcessLookupError:
+            os.kill(self.pid(), number)
+        except (ProcessLookupError, FileNotFoundError):
             pass
 
-    def end(self, seconds=30.0):
+    def wait(self, seconds=30.0):
         """The exit status; negative for a process that a signal killed; None if it had to be killed here."""
         try:
             self.status = self._process.wait(seconds)
@@ -80,9 +83,11 @@ class ProgramRun:
             self._process.wait()
         return self.status
 
-    def interrupt(self, seconds=30.0):
-        self.send(signal.SIGINT)
-        return self.end(seconds)
+    def close(self):
+        """Nothing of the run is left behind but its files."""
+        if self.is_running():
+            self.send(signal.SIGKILL)
+        self.wait(5)
 
     @property
     def output(self):
@@ -93,6 +98,27 @@ class ProgramRun:
         return Log(self._paths["errors"], "Error Log File:", "Closing Error Log File:")
 
     @property
+    def stderr(self):
+        return self._stderr.read_text(encoding="utf-8", errors="replace")
+
+
+class ProgramRun(Run):
+    """The headless program, with its JSON document. Runs from the start on."""
+
+    def __init__(self, program: Path, files: Path, arguments, wrapper=(), logs: Path | None = None):
+        super().__init__(files, logs)
+        self.launch([program, *arguments, "--quiet", "--output-log", self._paths["output"], "--error-log",
+                     self._paths["errors"], "--json", self._paths["json"]], wrapper)
+
+    def end(self, seconds=30.0):
+        """The test comes to its end by itself."""
+        return self.wait(seconds)
+
+    def interrupt(self, seconds=30.0):
+        self.send(signal.SIGINT)
+        return self.wait(seconds)
+
+    @property
     def document(self):
         """The JSON document; empty when it is missing or not valid, which fails every look into it."""
         try:
@@ -100,9 +126,9 @@ class ProgramRun:
         except (OSError, ValueError):
             return {}
 
-    @property
-    def stderr(self):
-        return self._stderr.read_text(encoding="utf-8", errors="replace")
+    def untold(self, _direction):
+        """Of transfers, bytes and errors, the numbers of those that `results` does not tell."""
+        return ()
 
     def results(self, direction):
         """Transfers, bytes and errors of "writes" or "reads"."""
