@@ -17,16 +17,15 @@ none. What makes it a comparison:
 - The runs of a round change places from round to round, so that storage which gets slower with time favours none.
 - Processor time by bytes, and memory, are those of the kernel's counts in the middle of each run, the same for both
   programs: starting and reporting are left out.
-- Paced transfers: the same program that watches system calls (strace) writes down when each write of either begins.
-  Watching costs both the same and is in the figures; `gaugeline_benchmarks --benchmark_filter=Paced` has those without.
+- Paced transfers: a library that is loaded into both programs (WriteTimes.cpp) notes when each write begins.
 """
 
 import argparse
 import json
-import re
 import shutil
 import signal
 import statistics
+import struct
 import subprocess
 import sys
 import tempfile
@@ -37,6 +36,7 @@ from pathlib import Path
 from measured_run import MeasuredRun
 
 ROOT = Path(__file__).resolve().parents[1]
+WRITE_TIMES = ROOT / "build/release/Benchmarks/libgaugeline_write_times.so"
 MB = 1 << 20
 ORDERS = (("fio", "gaugeline", "fio again"), ("gaugeline", "fio again", "fio"), ("fio again", "fio", "gaugeline"))
 PACES = ((250, 1024, 4096), (10, 64, 6400))  # ms between transfers, KB of one, KB/s
@@ -58,11 +58,11 @@ def arguments():
         parser.error(f"{options.directory} is no directory")
     if options.file_mb % 8 != 0 or options.rounds < 1 or not 2 <= options.seconds < 60:
         parser.error("the file's size is a multiple of 8 MB, there is a round at least, and 2 to 60 seconds")
-    for tool in ("fio", *(["strace"] if options.paced else [])):
-        if shutil.which(tool) is None:
-            parser.error(f"{tool} is missing (scripts/install-dependencies.sh compare)")
-    if not options.program.is_file():
-        parser.error(f"{options.program} is not there; --program names another")
+    if shutil.which("fio") is None:
+        parser.error("fio is missing (scripts/install-dependencies.sh compare)")
+    for file in (options.program, WRITE_TIMES):
+        if not file.is_file():
+            parser.error(f"{file} is not there; ./test.sh builds it")
     return options
 
 
@@ -132,15 +132,13 @@ class Comparison:
             (self._folder / "fio").unlink(missing_ok=True)
             words = self.fio_words("paced", "--rw=write", f"--bs={block_kb}k", f"--rate={rate}k", "--time_based",
                                    "--runtime=60")
-        trace = self._notes / "trace"
-        run = MeasuredRun(["strace", "-f", "--seccomp-bpf", "-ttt", "-e", "trace=write,pwrite64", "-o", trace, *words],
-                          "write")
+        times = self._notes / "times"
+        times.unlink(missing_ok=True)
+        run = MeasuredRun(words, "write", {"LD_PRELOAD": WRITE_TIMES, "GAUGELINE_WRITE_TIMES": times,
+                                           "GAUGELINE_WRITE_SIZE": str(block_kb * 1024)})
         time.sleep(2 + self._options.seconds)
-        for pid in list(run._processes(run.process.pid))[1:2]:
-            subprocess.run(["kill", "-INT", str(pid)], check=True)
-        run.end()
-        line = re.compile(rf"\d+ +(\d+\.\d+) p?write(?:64)?\(.* = {block_kb * 1024}$")
-        return [float(found[1]) for found in map(line.match, trace.read_text(errors="replace").splitlines()) if found]
+        run.end(signal.SIGINT)
+        return [nanoseconds / 1e9 for nanoseconds, in struct.iter_unpack("=Q", times.read_bytes())]
 
 
 def spread(values):
@@ -169,8 +167,8 @@ def compare_rates(comparison, options):
 
 
 def compare_paces(comparison, options):
-    print("| paced writes | program | transfers | mean interval, ms | mean error, ms | jitter, ms | worst, ms |\n"
-          "|---|---|---|---|---|---|---|", flush=True)
+    print("| paced writes | program | intervals | mean, ms | mean error, ms | median error, ms | jitter, ms | worst, ms |"
+          "\n|---|---|---|---|---|---|---|---|", flush=True)
     for pace in PACES:
         intervals = defaultdict(list)
         for index in range(options.rounds):
@@ -180,7 +178,8 @@ def compare_paces(comparison, options):
         for name, values in sorted(intervals.items()):
             errors = [abs(value - pace[0]) for value in values]
             print(f"| {pace[1]} KB each {pace[0]} ms | {name} | {len(values)} | {statistics.fmean(values):.3f} | "
-                  f"{statistics.fmean(errors):.3f} | {statistics.pstdev(values):.3f} | {max(errors):.2f} |", flush=True)
+                  f"{statistics.fmean(errors):.3f} | {statistics.median(errors):.3f} | {statistics.pstdev(values):.3f} "
+                  f"| {max(errors):.2f} |", flush=True)
 
 
 def main():

@@ -1,5 +1,6 @@
 """A program under measurement: its processor time, memory and bytes while it transfers, as the kernel counts them."""
 
+import os
 import subprocess
 import time
 from dataclasses import dataclass
@@ -28,9 +29,10 @@ def first_number(path, beginning):
 
 
 class MeasuredRun:
-    def __init__(self, words, direction):
+    def __init__(self, words, direction, environment=None):
         self._words, self._counter = words, "rchar:" if direction == "read" else "wchar:"
-        self.process = subprocess.Popen(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.process = subprocess.Popen(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                        env={**os.environ, **(environment or {})})
 
     def usage(self):
         """What it has used so far; a process that ends meanwhile counts with what could be read of it."""

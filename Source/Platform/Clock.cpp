@@ -10,6 +10,9 @@ namespace {
 
 constexpr std::uint64_t kMicrosecondsPerSecond = 1'000'000;
 
+/// A processor that has idled for long wakes up late, one that was awake so short a time ago does not.
+constexpr std::uint64_t kAwakeUS = 1000;
+
 /// Seconds from 1904-01-01 to 1970-01-01: 66 years, 17 of them leap years.
 constexpr std::uint64_t kSecondsFrom1904To1970 = (66ULL * 365 + 17) * 86'400;
 
@@ -25,6 +28,13 @@ std::uint64_t MonotonicMicroseconds() {
 void HaveTimersExact() {
     thread_local const int isSet = ::prctl(PR_SET_TIMERSLACK, 1UL, 0UL, 0UL, 0UL);
     static_cast<void>(isSet);  // where it is refused, pauses are late by what they were before
+}
+
+void WaitUntil(std::uint64_t deadline) {
+    const std::timespec until{static_cast<std::time_t>(deadline / kMicrosecondsPerSecond),
+                              static_cast<long>(deadline % kMicrosecondsPerSecond) * 1000};
+    while (::clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &until, nullptr) == EINTR) {
+    }
 }
 
 std::tm LocalCalendar() {
@@ -65,10 +75,10 @@ public:
 
     void SleepUntil(std::uint64_t deadline) override {
         HaveTimersExact();
-        const std::timespec until{static_cast<std::time_t>(deadline / kMicrosecondsPerSecond),
-                                  static_cast<long>(deadline % kMicrosecondsPerSecond) * 1000};
-        while (::clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &until, nullptr) == EINTR) {
+        if (deadline > MonotonicMicroseconds() + 2 * kAwakeUS) {
+            WaitUntil(deadline - kAwakeUS);
         }
+        WaitUntil(deadline);
     }
 
 private:

@@ -1,12 +1,11 @@
 #include "CoreClasses/FileReadWriteWorker.h"
 
 #include "CoreClasses/EngineTest.h"
+#include "CoreClasses/ScriptedWorker.h"
 #include "Framework/Base/LThread.h"
-#include "Platform/Clock.h"
 #include "Support/Sanitizers.h"
 
 #include <array>
-#include <latch>
 #include <tuple>
 
 #include <sys/resource.h>
@@ -15,69 +14,8 @@ using testing::ElementsAre;
 
 namespace {
 
-constexpr std::uint32_t kCap = 0x7FFF'FFFF;
 constexpr std::uint64_t kMS = 1000;
 constexpr std::uint64_t kSecond = 1'000'000;
-
-/// A worker whose transfers a test makes itself. Its phases run on whatever thread calls them.
-class ScriptedWorker final : public FileReadWriteWorker {
-public:
-    ScriptedWorker() {
-        m_readFileList = &m_fileList;
-        m_transferBytes = kBytesPerMB;
-        m_writePhaseSeconds = m_readPhaseSeconds = 60;
-    }
-
-    /// A completed transfer that takes so long in the clock's time.
-    static TransferOutcome Take(std::uint64_t microseconds, std::size_t size) {
-        Clock::Current().SleepUntil(Clock::Current().Microseconds() + microseconds);
-        return {.counted = size, .advance = size};
-    }
-
-    int WritePhase(FileReadWriteWorker* /*worker*/) override { return Phase(Direction::Write); }
-    int ReadPhase(FileReadWriteWorker* /*worker*/) override { return Phase(Direction::Read); }
-    int PrepareForReadPhase(FileReadWriteWorker* /*worker*/) override { return 1; }
-    bool PrepareWorker() override { return true; }
-    bool CleanupWorker() override { return true; }
-
-    using FileReadWriteWorker::m_minTransfersPerFragment;
-    using FileReadWriteWorker::m_results;
-    using FileReadWriteWorker::m_transferBytes;
-    using FileReadWriteWorker::m_transferDelayMS;
-    using FileReadWriteWorker::m_writePhaseSeconds;
-
-    /// Makes one transfer: may sleep, hang, look at the worker. Answers how it is to be judged.
-    std::function<TransferOutcome(std::size_t size)> m_transfer = [](std::size_t size) {
-        return Take(1'000'000, size);
-    };
-
-private:
-    class File final : public AccessMethodFile {
-    public:
-        File(Direction direction, ScriptedWorker& worker)
-            : AccessMethodFile(direction, worker.Output(), worker.ReaderNumber()), m_worker(worker) {}
-
-        void PrepareBuffer(TransferBuffer& /*buffer*/) override {}
-        [[nodiscard]] bool Open(const CString& /*name*/) override { return true; }
-        [[nodiscard]] std::uint64_t Limit() const override { return kNoLimit; }
-        void Transfer(std::byte* /*buffer*/, std::size_t size) override { m_outcome = m_worker.m_transfer(size); }
-        [[nodiscard]] TransferOutcome Judge() const override { return m_outcome; }
-        void Close() override {}
-
-    private:
-        ScriptedWorker& m_worker;
-        TransferOutcome m_outcome;
-    };
-
-    int Phase(Direction direction) {
-        File file(direction, *this);
-        return RunPhase(direction, file);
-    }
-    [[nodiscard]] bool NewFileName(CString& name) override {
-        name = "scripted";
-        return true;
-    }
-};
 
 /// For tests on the worker's thread.
 class FileReadWriteWorkerTest : public EngineTest {
@@ -174,28 +112,6 @@ TEST_F(FileReadWriteWorkerTest, SlowTransfersAreWarnedOfUpToTheMaximumOfBothDire
     }
 }
 
-// If any of the calls waited for the transfer, this test would hang.
-TEST_F(FileReadWriteWorkerTest, ATransferThatHangsKeepsNobodyWaiting) {
-    std::latch hangs(1);
-    std::latch release(1);
-    auto worker = Scripted();
-    worker->m_transfer = [&](std::size_t size) {
-        hangs.count_down();
-        release.wait();
-        return ScriptedWorker::Take(0, size);
-    };
-    ASSERT_TRUE(worker->StartWorker());
-    hangs.wait();
-    EXPECT_EQ(worker->GetTestResults(m_results).m_phase, kPhaseWrite);
-    EXPECT_EQ(worker->GetTransferStatistics(Direction::Write).transfers, 0U);
-    EXPECT_THAT(worker->ScratchFiles(), testing::SizeIs(1));
-    EXPECT_FALSE(worker->SetStop()->IsDone());
-    EXPECT_THAT(LThread::JoinFinished(), ElementsAre("io-worker"));
-    release.count_down();
-    EXPECT_THAT(LThread::JoinFinished(100'000), testing::IsEmpty());
-    EXPECT_EQ(worker->GetTestResults(m_results).m_writesCompleted, 1U);
-}
-
 // The sanitizers see any touch of a worker after its end.
 TEST_F(FileReadWriteWorkerTest, ResultsFitTogetherAtAnyTimeAndAWorkerMayBeDeletedAsSoonAsItIsDone) {
     for (int i = 0; i < 100; ++i) {
@@ -261,18 +177,4 @@ TEST_F(WorkerStatisticsTest, RatesAreThoseOfWholeSecondsAndOfPhases) {
     m_clock.SleepMilliseconds(60'000);  // in no phase
     m_worker.BeginWritePhase();
     EXPECT_EQ(m_results.m_readAvgKBPS, ((60U << 20) + 5119) / 15 / 1024);
-}
-
-TEST_F(WorkerStatisticsTest, CountersStopAtTheirCap) {
-    m_results.m_writesCompleted = m_results.m_readsCompleted = kCap - 1;
-    m_worker.m_transfer = [](std::size_t size) { return ScriptedWorker::Take(60 * kSecond, size); };
-    for (const bool overflows : {false, true}) {  // one transfer each
-        m_worker.ReadPhase(&m_worker);
-        m_worker.WritePhase(&m_worker);
-        EXPECT_THAT((std::array{m_results.m_readsCompleted, m_results.m_writesCompleted}), testing::Each(kCap));
-        EXPECT_THAT((std::array{m_results.m_readCountOverflow, m_results.m_writeCountOverflow}),
-                    testing::Each(overflows));
-    }
-    EXPECT_EQ(m_results.m_bytesRead, 1U << 20) << "reading counts no bytes at the cap";
-    EXPECT_EQ(m_results.m_bytesWritten, 2U << 20);
 }

@@ -9,7 +9,6 @@
 using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::SizeIs;
 
 namespace {
@@ -103,32 +102,6 @@ TEST_P(ScratchFileWorkerTest, TheShortLastPieceIsWrittenAndCountedAsTheMethodHas
     EXPECT_EQ(m_results.m_bytesRead, IsMac() ? 15U << 20 : 40U * 393'216);
     EXPECT_EQ(m_lines[2], "EOF detected reader 0 file " + File("user.mov") +
                               (IsMac() ? " err no =-39 " + At(4) : " err no =262144 " + At(3)));
-    m_errors.erase(m_errors.begin());
-    EXPECT_THAT(m_errors, SizeIs(IsMac() ? 15 : 0));
-    EXPECT_THAT(m_errors, Each(HasSubstr("Inexact number of bytes read, expected 393216 but read 262144, may affect "
-                                         "performance calculationsMon January 5, 2004 ")));
-}
-
-// Tries are one tick of 17 ms apart: the last of a minute is at 3529 ticks, 59.993 s.
-TEST_P(ScratchFileWorkerTest, AnUnusablePathIsTriedSixtyTimesASecond) {
-    const std::string missing = m_folder.Native("missing/IOT0.tio");
-    const std::tuple<std::string, std::string, int> cases[] = {{File("missing") + ':', ' ' + missing, 2},
-                                                               {"No volume is called so:", " ", 2}};
-    for (const auto& [path, native, error] : cases) {
-        const std::string reason = " err no " + std::to_string(IsMac() ? error : -1) + ' ';
-        m_parameters.SetPathValue(path.c_str());
-        m_parameters.m_readWriteMethod = kWritesOnly;
-        Run(GetParam());
-        EXPECT_THAT(m_errors, SizeIs(3530)) << path;
-        EXPECT_EQ(m_errors[0], "Error opening file " + path + "IOT0.tio" + (IsMac() ? native : "") + reason + At(0));
-        EXPECT_THAT(Counts(), ElementsAre(0, 0, 3530, 0));
-        EXPECT_THAT(m_lines, SizeIs(1));
-        m_parameters.m_readWriteMethod = kReadsOnly;
-        Run(GetParam());
-        EXPECT_EQ(m_errors[1],
-                  "Error: could not create sample file for read test " + path + "IOT0.tio" + reason + At(0));
-        EXPECT_THAT(Counts(), ElementsAre(0, 0, 0, 1));
-    }
 }
 
 // 60 s of passes that can write nothing, one tick of 17 ms apart.

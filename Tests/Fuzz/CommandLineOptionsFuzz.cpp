@@ -28,9 +28,6 @@ void CheckPlan(const TestPlan& plan, const std::string& input) {
     Require(test.m_transferRateKBps >= 2 && plan.PacingIntervalMS() <= INT32_MAX, "the pauses fit 31 bits", input);
     Require(seconds > 0 && seconds <= UINT32_MAX && test.m_maxFileSizeMB > 0, "the limits are in range", input);
     Require(plan.thresholdMS >= 0 && plan.thresholdWarnings >= -1, "the threshold is in range", input);
-    for (const std::string_view word : {ModeName(test.m_readWriteMethod), MethodName(test.m_fileAccessMethod)}) {
-        Require(word != "unknown", "mode and method are known", input);
-    }
     const std::size_t room = test.m_sharedFileInPath ? 0 : std::string_view(":IOT12999.tio").size();
     Require(!test.m_drivePath.View().empty() && test.m_drivePath.View().size() + room <= 255, "names fit", input);
     Require(!plan.nativePath || plan.nativePath->starts_with('/'), "a native path is absolute", input);

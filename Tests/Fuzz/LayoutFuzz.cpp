@@ -4,9 +4,8 @@
 #include "Framework/UI/TRegistrar.h"
 #include "Fuzz/FuzzSupport.h"
 
-#include <cerrno>
-#include <limits>
 #include <memory>
+#include <string>
 
 // The input is the text of a layout. It is read, and its panes are made, without the widgets that show them.
 
@@ -16,31 +15,15 @@ using Fuzz::Require;
 
 constexpr int kDeepest = 100;
 
-bool IsWholeNumber(const std::string& text) {
-    const std::string digits = text.substr(text.starts_with('-') ? 1 : 0);
-    errno = 0;
-    const long number = std::strtol(text.c_str(), nullptr, 10);
-    return !digits.empty() && digits.find_first_not_of("0123456789") == std::string::npos && errno == 0 &&
-           number == static_cast<std::int32_t>(number);
-}
-
-/// What `read` answers, or `refused` when it throws, naming the attribute.
-template <typename T, typename Read>
-T Try(const std::string& attribute, T refused, const Read& read) {
-    try {
-        return read();
-    } catch (const LResourceException& fault) {
-        Require(std::string(fault.what()).find("attribute " + attribute) != std::string::npos, "it is told", attribute);
-        return refused;
-    }
-}
-
-void CheckAttribute(const LStream& stream, const std::string& name) {
+/// A number that is taken is the one in the text; a refusal names its attribute.
+void CheckNumber(const LStream& stream, const std::string& name) {
     const std::string text = stream.Text(name, "7");
-    const auto number = Try<std::int64_t>(name, INT64_MAX, [&] { return stream.Number(name, 7); });
-    Require(number == (IsWholeNumber(text) ? std::stol(text) : INT64_MAX), "a number is the one in the text", text);
-    const int flag = Try(name, 2, [&] { return int{stream.Flag(name, true)}; });
-    Require(flag == (text == "yes" || !stream.Has(name) ? 1 : text == "no" ? 0 : 2), "a flag is yes or no", text);
+    try {
+        Require(stream.Number(name, 7) == std::stol(text), "a number is the one in the text", text);
+        Require(text.find_first_not_of("-0123456789") == std::string::npos, "and there is nothing else", text);
+    } catch (const LResourceException& fault) {
+        Require(std::string(fault.what()).find("attribute " + name) != std::string::npos, "it is told", name);
+    }
 }
 
 /// The panes of the record and their attributes as a text that can be read again.
@@ -48,7 +31,7 @@ std::string Written(const LStream& stream, int depth = 0) {
     Require(depth < kDeepest, "the depth is limited");
     std::string text = '<' + stream.ClassID();
     for (const char* name : {"id", "left", "top", "width", "visible", "text", "key", "items", "value", "x"}) {
-        CheckAttribute(stream, name);
+        CheckNumber(stream, name);
         text += stream.Has(name) ? ' ' + std::string(name) + "=\"" : "";
         for (const char c : stream.Text(name)) {
             const bool isPlain = c < 0 || (c > ' ' && c != '<' && c != '&' && c != '"');

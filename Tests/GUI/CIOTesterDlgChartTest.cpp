@@ -113,10 +113,6 @@ TEST_F(CIOTesterDlgChartTest, TheWholeHistoryIsInViewUntilTheSixtiethSample) {
     EXPECT_EQ(View(), std::pair(0, 59));
     EXPECT_EQ(m_slider.GetValue(), 6);
     EXPECT_TRUE(ShowsArrows() && ShowsPart() && Follows());
-    AddUpTo(70);
-    EXPECT_EQ(View(), std::pair(10, 69)) << "follows";
-    EXPECT_EQ(m_scroll.GetMaxValue(), 11);
-    EXPECT_EQ(m_scroll.GetValue(), 11);
 }
 
 TEST_F(CIOTesterDlgChartTest, ScrollingHoldsTheViewAndTheLastPositionFollowsAgain) {

@@ -1,7 +1,6 @@
 #include "GUI/CIOTesterDlg.h"
 
 #include "Framework/Base/LThread.h"
-#include "Framework/UI/GWorld.h"
 #include "Framework/UI/LTimerTask.h"
 #include "GUI/Commands.h"
 #include "GUI/DigiString.h"
@@ -31,14 +30,7 @@ using testing::Not;
 using testing::SizeIs;
 using testing::StartsWith;
 
-class CIOTesterDlgTest : public MainWindowTest {
-protected:
-    [[nodiscard]] std::vector<std::string> Measurements() {
-        std::vector<std::string> lines = LogMessages();
-        std::erase_if(lines, [](const std::string& line) { return line.find(" - measurement ") == std::string::npos; });
-        return lines;
-    }
-};
+using CIOTesterDlgTest = MainWindowTest;
 
 /// The number behind "key=" in a measurement line; -1 for "n/a".
 int FieldOf(const std::string& line, const std::string& key) {
@@ -95,8 +87,7 @@ TEST_F(CIOTesterDlgTest, EveryStateShowsWhatCanBeDoneAndTheLogTellsEachStep) {
 TEST_F(CIOTesterDlgTest, TheReadoutsShowWhatTheMeasurementLineSaysEverySixSecondsInItsThreeForms) {
     m_parameters.m_fileAccessMethod = kAccessPosix;
     Accept();
-    StartUntilWorkerIsMade();
-    LetWorkerStart();
+    StartTest();
     using Shown = std::vector<std::string>;
     std::map<std::string, Shown> shownAt;  // by the elapsed time
     while (m_window->TestIsStarted()) {
@@ -124,8 +115,7 @@ TEST_F(CIOTesterDlgTest, TheReadoutsShowWhatTheMeasurementLineSaysEverySixSecond
 TEST_F(CIOTesterDlgTest, AReadsOnlyTestHasNoFiguresOfWrites) {
     m_parameters.m_readWriteMethod = kReadsOnly;
     Accept();
-    StartUntilWorkerIsMade();
-    LetWorkerStart();
+    StartTest();
     Tick(50);
     EXPECT_EQ(Text(37), "(Reading)");
     const std::vector<std::string> lines = Measurements();
@@ -134,8 +124,7 @@ TEST_F(CIOTesterDlgTest, AReadsOnlyTestHasNoFiguresOfWrites) {
 }
 
 TEST_F(CIOTesterDlgTest, TheRemainingTimeIsNeverNegativeAndALoopHasNone) {
-    StartUntilWorkerIsMade();
-    LetWorkerStart();
+    StartTest();
     std::string last;
     while (m_window->TestIsStarted()) {
         last = Readout(220);
@@ -202,43 +191,8 @@ TEST_F(CIOTesterDlgTest, AStartThatFailsIsToldAndLoggedAndTheSettingsStay) {
     EXPECT_EQ(Buttons(), "+-+");
 }
 
-TEST_F(CIOTesterDlgTest, ErrorsAreShownInAlarmColoursUntilAPhaseHasNone) {
-    const auto showsRed = [&] {
-        auto& readout = Pane<DigiString>(260);
-        const Rect frame = readout.CalcLocalFrameRect();
-        GWorld image(frame, 1);
-        readout.DrawInto(image);
-        bool isRed = false;
-        for (int place = 0; place < frame.Width() * frame.Height(); ++place) {
-            isRed |= image.PixelAt(place % frame.Width(), place / frame.Width()) == RGBColor{0xFFFF, 0, 0};
-        }
-        return isRed;
-    };
-    m_parameters.m_fileAccessMethod = kAccessPosix;
-    m_parameters.SetPathValue((m_folder.Colon("missing") + ':').c_str());
-    Accept();
-    StartUntilWorkerIsMade();
-    LetWorkerStart();
-    Tick(6);
-    EXPECT_GT(std::stoi(Readout(260)), 50);
-    EXPECT_TRUE(showsRed());
-    EXPECT_THAT(Text(38), HasSubstr("Error opening file " + m_folder.Colon("missing") + ":IOT0.tio"));
-    m_window->OnStop();
-    TickUntilIdle();
-    EXPECT_TRUE(showsRed()) << "what the last test came to stays in view";
-
-    m_parameters.m_fileAccessMethod = kAccessSelfTest;
-    Accept();
-    StartUntilWorkerIsMade();
-    LetWorkerStart();
-    Tick(6);
-    EXPECT_EQ(Readout(260), "0");
-    EXPECT_FALSE(showsRed());
-}
-
 TEST_F(CIOTesterDlgTest, SettingsAcceptedDuringATestAreTakenAtItsEnd) {
-    StartUntilWorkerIsMade();
-    LetWorkerStart();
+    StartTest();
     m_parameters.m_durationMinutes = 7;
     Accept();
     Tick(3);
@@ -251,8 +205,7 @@ TEST_F(CIOTesterDlgTest, SettingsAcceptedDuringATestAreTakenAtItsEnd) {
 }
 
 TEST_F(CIOTesterDlgTest, AScreenReaderIsToldEachReadoutsCaptionAndValue) {
-    StartUntilWorkerIsMade();
-    LetWorkerStart();
+    StartTest();
     Tick(9);
     const std::vector<std::pair<PaneIDT, std::string>> names{{210, "Elapsed time"},
                                                              {220, "Remaining time"},

@@ -101,11 +101,9 @@ protected:
 };
 
 TEST_F(GraphTest, YAxisEndsAtARoundValueAboveTheLargest) {
-    const std::pair<float, const char*> cases[] = {
-        {0.06F, "0 to 0.06 in 7"}, {0.061F, "0 to 0.1 in 11"},     {0.5F, "0 to 0.5 in 11"}, {0.51F, "0 to 1 in 11"},
-        {2.5F, "0 to 2.5 in 11"},  {3.0F, "0 to 5 in 11"},         {5.1F, "0 to 6 in 7"},    {6.0005F, "0 to 6 in 7"},
-        {7.3F, "0 to 8 in 9"},     {10.0F, "0 to 10 in 11"},       {25.0F, "0 to 30 in 7"},  {45.1F, "0 to 50 in 11"},
-        {101.0F, "0 to 120 in 7"}, {999999.0F, "0 to 1e+06 in 11"}};
+    const std::pair<float, const char*> cases[] = {{0.06F, "0 to 0.06 in 7"}, {0.061F, "0 to 0.1 in 11"},
+                                                   {3.0F, "0 to 5 in 11"},    {6.0005F, "0 to 6 in 7"},
+                                                   {7.3F, "0 to 8 in 9"},     {999999.0F, "0 to 1e+06 in 11"}};
     for (const auto& [largest, expected] : cases) {
         m_graph.setYRange(largest);
         EXPECT_EQ(RangeOf(*m_graph.get_yaxis()), expected) << largest;
@@ -122,10 +120,9 @@ TEST_F(GraphTest, GrowingXAxisEndsAtAWholeStepAfterTheLastPoint) {
     m_graph.calcXYRangeInfiniteX();
     EXPECT_EQ(RangeOf(*m_graph.get_xaxis()), before) << "without points the axis stays";
     const std::pair<float, const char*> cases[] = {
-        {0.0F, "0 to 0 in 8"},          {1.0F, "0 to 7 in 8"},       {20.0F, "0 to 20 in 11"},
-        {23.0F, "0 to 24 in 9"},        {34.9F, "0 to 35 in 8"},     {35.0F, "0 to 35 in 8"},
-        {37.0F, "0 to 40 in 9"},        {75.0F, "0 to 75 in 16"},    {151.0F, "0 to 160 in 9"},
-        {7.5e6F, "0 to 7.5e+06 in 16"}, {8e6F, "0 to 7.5e+06 in 16"}};
+        {0.0F, "0 to 0 in 8"},     {1.0F, "0 to 7 in 8"},          {20.0F, "0 to 20 in 11"},
+        {34.9F, "0 to 35 in 8"},   {37.0F, "0 to 40 in 9"},        {75.0F, "0 to 75 in 16"},
+        {151.0F, "0 to 160 in 9"}, {7.5e6F, "0 to 7.5e+06 in 16"}, {8e6F, "0 to 7.5e+06 in 16"}};
     for (const auto& [last, expected] : cases) {
         series.set_pointsCount(0);
         series.addPoints(PointAt(0, 1));
@@ -193,18 +190,6 @@ TEST_F(GraphTest, AxesHaveTicksAndAGridBehindTheSeries) {
     // The series lies on the X axis and ends at 37 / 40 of it, with the pen's 2 pixels.
     EXPECT_TRUE(Shows(300, kY2, kRed) && Shows(300, kY2 + 1, kRed) && Shows(300, kY2 + 2, kBack));
     EXPECT_TRUE(Shows(kX1 + 462 + 1, kY2, kRed) && Shows(kX1 + 462 + 2, kY2, kBlack));
-}
-
-TEST_F(GraphTest, LabelsBeginAtTheirPlaces) {
-    AddSeries({PointAt(20, 45, 0)});
-    Draw();
-    // 45 at the top, 36 pixels left of the axis; the second of ten steps from 0 to 20, 14 below the axis; the unit.
-    for (const auto& [left, middle] : {std::pair{kX1 - 36, kY1 + 1}, {kX1 + 50 - 12, kY2 + 10}, {3, kHeight - 9}}) {
-        const Rect before = Drawing::SetRect(left - 3, middle - 4, left - 1, middle + 4);
-        const Rect first = Drawing::SetRect(left - 1, middle - 4, left + 3, middle + 4);
-        EXPECT_EQ(Count(kBack, before), 2 * 8) << left;
-        EXPECT_LT(Count(kBack, first), 4 * 8) << left;
-    }
 }
 
 TEST_F(GraphTest, PointsOutsideTheXRangeAreNeitherMarkedNorJoined) {

@@ -69,6 +69,11 @@ void MainWindowTest::LetWorkerStart() {
     LTimerTask::RunDue();
 }
 
+void MainWindowTest::StartTest() {
+    StartUntilWorkerIsMade();
+    LetWorkerStart();
+}
+
 void MainWindowTest::TickUntilIdle() {
     while (m_window->TestIsStarted()) {
         LTimerTask::RunDue();
@@ -96,6 +101,12 @@ std::string MainWindowTest::Buttons() {
 std::string MainWindowTest::AlertShown() {
     const auto* box = m_window->Shell()->findChild<QMessageBox*>();
     return box != nullptr ? box->text().toStdString() : "";
+}
+
+std::vector<std::string> MainWindowTest::Measurements() {
+    std::vector<std::string> lines = LogMessages();
+    std::erase_if(lines, [](const std::string& line) { return line.find(" - measurement ") == std::string::npos; });
+    return lines;
 }
 
 std::vector<std::string> MainWindowTest::LogMessages() {

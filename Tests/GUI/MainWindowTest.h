@@ -30,6 +30,8 @@ protected:
     void StartUntilWorkerIsMade();
     /// Lets the half second before the start go by. From here on the worker's time is that of the ticks.
     void LetWorkerStart();
+    /// Both.
+    void StartTest();
     /// Ticks until the window is idle.
     void TickUntilIdle();
 
@@ -41,6 +43,8 @@ protected:
     [[nodiscard]] std::string AlertShown();
     /// Closes the logs and answers the output log's messages without their dates.
     [[nodiscard]] std::vector<std::string> LogMessages();
+    /// Of these, the measurement lines.
+    [[nodiscard]] std::vector<std::string> Measurements();
 
     template <typename T>
     [[nodiscard]] T& Pane(PaneIDT id) {

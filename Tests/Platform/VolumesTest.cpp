@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -11,14 +10,6 @@ namespace {
 MountFacts FactsOf(const MountEntry& entry) {
     EXPECT_NE(entry.mountPoint, "/proc") << "a pseudo file system is not asked";
     return {.isFolderWithCapacity = entry.device != "none", .identity = entry.device};
-}
-
-VolumeTable UsualTable() {
-    return VolumeTable::FromMountInfo("26 1 8:2 / / rw,relatime shared:1 - ext4 /dev/sda2 rw\n"
-                                      "27 26 8:17 / /media/Raid rw - xfs /dev/sdb1 rw\n"
-                                      "28 27 8:33 / /media/Raid/in\\040Raid rw - xfs /dev/sdc1 rw\n"
-                                      "29 26 8:49 / /mnt/a:b rw - xfs /dev/sdd1 rw\n",
-                                      FactsOf);
 }
 
 }  // namespace
@@ -82,34 +73,5 @@ TEST(VolumesTest, ThereIsARootEvenIfNoTableShowsIt) {
         const VolumeTable table = VolumeTable::FromMountInfo(text, FactsOf);
         EXPECT_EQ(table.Volumes().size(), 1U) << text;
         EXPECT_EQ(table.ToNative("Root:tmp:a"), "/tmp/a") << text;
-    }
-}
-
-TEST(VolumesTest, ConvertsBothWays) {
-    const VolumeTable table = UsualTable();
-    const std::pair<std::string, std::string> paths[] = {{"/media/Raid/Tests/a.mov", "Raid:Tests:a.mov"},
-                                                         {"/media/Raid/in Raid/b", "in Raid:b"},
-                                                         {"/media/Raid/in Raids/b", "Raid:in Raids:b"},
-                                                         {"/media/Raider", "Root:media:Raider"},
-                                                         {"/mnt/a:b/1:2/3", "a/b:1/2:3"},
-                                                         {"/\xff\xc3", "Root:\xff\xc3"}};
-    for (const auto& [native, colon] : paths) {
-        EXPECT_EQ(table.ToColon(native), colon);
-        EXPECT_EQ(table.ToNative(colon), native);
-        EXPECT_EQ(table.ToNative(colon + ':'), native) << "a ':' at the end means the same place";
-    }
-    EXPECT_EQ(table.ToColon("//media//Raid/./Tests/"), "Raid:Tests:");
-}
-
-TEST(VolumesTest, WhatNamesNoFileIsNotConverted) {
-    const VolumeTable table = UsualTable();
-    const std::string nul("Root:a\0b", 8);
-    for (const std::string& colon : {std::string(), std::string(":Root:a"), std::string("root:a"),
-                                     std::string("Root:a::b"), std::string("Root:a::"), std::string("Root:."),
-                                     std::string("Raid:..:..:etc"), nul, "Root:" + std::string(256, 'n')}) {
-        EXPECT_EQ(table.ToNative(colon), std::nullopt) << colon;
-    }
-    for (const std::string& native : {std::string(), std::string("a/b"), std::string("./a"), std::string("/a\0b", 4)}) {
-        EXPECT_EQ(table.ToColon(native), std::nullopt) << native;
     }
 }

@@ -26,22 +26,8 @@ std::uint64_t SecondsSince1970(std::uint64_t microseconds) {
 
 }  // namespace
 
-/// The time and who waits for it. Everything is guarded by the lock.
-class SimulatedClock::Schedule : public std::enable_shared_from_this<Schedule> {
-public:
-    enum class Reading { Timed, Untimed };
-
-    std::uint64_t Now();
-    std::uint64_t Read(Reading reading);
-    void SleepFor(std::uint64_t microseconds);
-    void SleepUntil(std::uint64_t deadline);
-
-    void SetReadingCost(std::uint64_t microseconds);
-    void Expect();
-    void Join();
-    void Leave();
-
-private:
+/// The time and who waits for it. Everything is guarded by the lock, which the caller of the functions holds.
+struct SimulatedClock::Schedule : std::enable_shared_from_this<Schedule> {
     struct Sleeper {
         [[nodiscard]] auto Rank() const { return std::tie(deadline, order); }
 
@@ -51,8 +37,9 @@ private:
         std::condition_variable wake{};
     };
 
+    std::uint64_t Read(std::unique_lock<std::mutex>& lock, std::uint64_t cost);
     std::uint64_t OrderOfThisThread();
-    void JoinLocked();
+    void Join();
     [[nodiscard]] bool IsFree() const { return m_running + m_asleep + m_expected == 0; }
     [[nodiscard]] std::uint64_t CostOfUse(std::uint64_t usual);
     void Sleep(std::unique_lock<std::mutex>& lock, std::uint64_t deadline);
@@ -77,7 +64,9 @@ struct SimulatedClock::Membership {
 
     void SignOff() {
         if (const auto left = std::exchange(schedule, nullptr)) {
-            left->Leave();
+            const std::scoped_lock lock(left->m_lock);
+            --left->m_running;
+            left->WakeNext();
         }
     }
 
@@ -91,63 +80,25 @@ SimulatedClock::Membership& SimulatedClock::ThisThread() {
     return membership;
 }
 
-std::uint64_t SimulatedClock::Schedule::Now() {
-    const std::scoped_lock lock(m_lock);
-    return m_now;
-}
-
-std::uint64_t SimulatedClock::Schedule::Read(Reading reading) {
-    std::unique_lock lock(m_lock);
+std::uint64_t SimulatedClock::Schedule::Read(std::unique_lock<std::mutex>& lock, std::uint64_t cost) {
     const std::uint64_t order = OrderOfThisThread();
     if (order == kNotTakingPart && !IsFree()) {
         return m_now;
     }
-    MoveOn(lock, m_now + CostOfUse(reading == Reading::Timed ? m_readingCost : 0), order);
+    MoveOn(lock, m_now + CostOfUse(cost), order);
     return m_now;
-}
-
-void SimulatedClock::Schedule::SleepFor(std::uint64_t microseconds) {
-    std::unique_lock lock(m_lock);
-    Sleep(lock, m_now + microseconds);
-}
-
-void SimulatedClock::Schedule::SleepUntil(std::uint64_t deadline) {
-    std::unique_lock lock(m_lock);
-    Sleep(lock, deadline);
-}
-
-void SimulatedClock::Schedule::SetReadingCost(std::uint64_t microseconds) {
-    const std::scoped_lock lock(m_lock);
-    m_readingCost = microseconds;
-}
-
-void SimulatedClock::Schedule::Expect() {
-    const std::scoped_lock lock(m_lock);
-    ThisThread().notExpectedBy = this;
-    ++m_expected;
-}
-
-void SimulatedClock::Schedule::Join() {
-    const std::scoped_lock lock(m_lock);
-    JoinLocked();
-}
-
-void SimulatedClock::Schedule::Leave() {
-    const std::scoped_lock lock(m_lock);
-    --m_running;
-    WakeNext();
 }
 
 std::uint64_t SimulatedClock::Schedule::OrderOfThisThread() {
     const Membership& membership = ThisThread();
     if (membership.schedule == nullptr && m_expected > 0 && membership.notExpectedBy != this) {
         --m_expected;
-        JoinLocked();
+        Join();
     }
     return membership.schedule.get() == this ? membership.order : kNotTakingPart;
 }
 
-void SimulatedClock::Schedule::JoinLocked() {
+void SimulatedClock::Schedule::Join() {
     ++m_running;
     ThisThread().schedule = shared_from_this();
     ThisThread().order = m_nextOrder++;
@@ -211,11 +162,13 @@ SimulatedClock::~SimulatedClock() {
 }
 
 std::uint64_t SimulatedClock::Microseconds() {
-    return m_schedule->Read(Schedule::Reading::Timed);
+    std::unique_lock lock(m_schedule->m_lock);
+    return m_schedule->Read(lock, m_schedule->m_readingCost);
 }
 
 std::uint32_t SimulatedClock::LocalSeconds() {
-    return LocalSecondsAt(m_schedule->Read(Schedule::Reading::Untimed));
+    std::unique_lock lock(m_schedule->m_lock);
+    return LocalSecondsAt(m_schedule->Read(lock, 0));
 }
 
 std::uint32_t SimulatedClock::LocalSecondsAt(std::uint64_t microseconds) {
@@ -223,33 +176,41 @@ std::uint32_t SimulatedClock::LocalSecondsAt(std::uint64_t microseconds) {
 }
 
 std::tm SimulatedClock::LocalDateTime() {
-    const auto seconds = static_cast<std::time_t>(SecondsSince1970(m_schedule->Read(Schedule::Reading::Untimed)));
+    std::unique_lock lock(m_schedule->m_lock);
+    const auto seconds = static_cast<std::time_t>(SecondsSince1970(m_schedule->Read(lock, 0)));
     std::tm date{};
     ::gmtime_r(&seconds, &date);
     return date;
 }
 
 void SimulatedClock::SleepMilliseconds(std::uint32_t ms) {
-    m_schedule->SleepFor(std::uint64_t{ms} * 1000);
+    std::unique_lock lock(m_schedule->m_lock);
+    m_schedule->Sleep(lock, m_schedule->m_now + std::uint64_t{ms} * 1000);
 }
 
 void SimulatedClock::SleepUntil(std::uint64_t deadline) {
-    m_schedule->SleepUntil(deadline);
+    std::unique_lock lock(m_schedule->m_lock);
+    m_schedule->Sleep(lock, deadline);
 }
 
 void SimulatedClock::SetMicrosecondsPerReading(std::uint64_t microseconds) {
-    m_schedule->SetReadingCost(microseconds);
+    const std::scoped_lock lock(m_schedule->m_lock);
+    m_schedule->m_readingCost = microseconds;
 }
 
 std::uint64_t SimulatedClock::ElapsedMicroseconds() const {
-    return m_schedule->Now() - kStart;
+    const std::scoped_lock lock(m_schedule->m_lock);
+    return m_schedule->m_now - kStart;
 }
 
 void SimulatedClock::ExpectThread() {
-    m_schedule->Expect();
+    const std::scoped_lock lock(m_schedule->m_lock);
+    ThisThread().notExpectedBy = m_schedule.get();
+    ++m_schedule->m_expected;
 }
 
 SimulatedClock::Participant::Participant(SimulatedClock& clock) {
+    const std::scoped_lock lock(clock.m_schedule->m_lock);
     clock.m_schedule->Join();
 }
 

@@ -56,7 +56,7 @@ public:
     };
 
 private:
-    class Schedule;
+    struct Schedule;
     struct Membership;
     static Membership& ThisThread();
 

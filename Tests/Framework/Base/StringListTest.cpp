@@ -28,9 +28,7 @@ TEST(StringListTest, ReadsEntriesWithGapsCommentsAndEscapes) {
 TEST(StringListTest, AMalformedLineIsNamedWithItsReason) {
     const std::pair<std::string, const char*> lines[] = {{"= text", "begins with a number"},
                                                          {"32768 = a", "from 1 to"},
-                                                         {"1.5 = a", "'=' is missing"},
                                                          {"1 = a\\t", "backslash"},
-                                                         {"1 = a\\", "backslash ends the line"},
                                                          {"2 = again", "2 is given twice"},
                                                          {"1 = " + std::string(256, 'x'), "longer than 255"}};
     for (const auto& [line, reason] : lines) {

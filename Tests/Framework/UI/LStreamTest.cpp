@@ -25,7 +25,6 @@ std::string Complaint(const std::string& panes) {
 TEST(LStreamTest, ABadPaneIsNamedWithItsLayoutAndAttribute) {
     EXPECT_THAT(Complaint("<capt></pbut>"), HasSubstr("layout 7, line "));
     const std::pair<const char*, const char*> cases[] = {
-        {R"(<pbut id="9" width="40000"/>)", "attribute width"},
         {R"(<pbut id="9" enabled="true"/>)", "attribute enabled"},
         {R"(<pbut id="9" key="Ctrl+Nokey"/>)", R"(attribute key cannot be "Ctrl+Nokey")"},
         {R"(<butn id="9" arrow="north"/>)", R"(attribute arrow cannot be "north")"},

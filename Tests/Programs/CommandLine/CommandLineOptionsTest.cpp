@@ -27,11 +27,8 @@ TEST(CommandLineOptionsTest, AWrongValueIsNamedWithWhatIsExpected) {
     const std::string longColonPath = "Root:" + std::string(300, 'x');
     using Case = std::pair<Arguments, std::string>;
     for (const auto& [arguments, problem] :
-         {Case{{"--minutes=71582789"}, "--minutes: '71582789' is not a whole number from 1 to 71582788"},
-          Case{{"--rate-kbps", "4294967295"},
+         {Case{{"--rate-kbps", "4294967295"},
                "--rate-kbps: '4294967295' is not a whole number from 2 to 4294967294 or the word unlimited"},
-          Case{{"--limit-mb", "99999999999999999999"},
-               "--limit-mb: '99999999999999999999' is not a whole number from 1 to 4294967295"},
           Case{{"--mode", "Writes"}, "--mode: 'Writes' is none of writes, reads, mixed"},
           Case{{"--preset", "17"}, "--preset: '17' is no preset's number or name; --list-presets shows them"},
           Case{{"--threshold-warnings", "5"}, "--threshold-warnings: needs --threshold-ms"},
