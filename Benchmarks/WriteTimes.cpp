@@ -49,22 +49,22 @@ Function Next(const char* name) {
 
 extern "C" {
 
-ssize_t write(int file, const void* data, std::size_t size) {
+ssize_t write(int fd, const void* buf, std::size_t n) {
     static const auto next = Next<Write>("write");
-    Note(size);
-    return next(file, data, size);
+    Note(n);
+    return next(fd, buf, n);
 }
 
-ssize_t pwrite(int file, const void* data, std::size_t size, off64_t offset) {
+ssize_t pwrite(int fd, const void* buf, std::size_t n, off64_t offset) {
     static const auto next = Next<WriteAt>("pwrite64");
-    Note(size);
-    return next(file, data, size, offset);
+    Note(n);
+    return next(fd, buf, n, offset);
 }
 
-ssize_t pwrite64(int file, const void* data, std::size_t size, off64_t offset) {
+ssize_t pwrite64(int fd, const void* buf, std::size_t n, off64_t offset) {
     static const auto next = Next<WriteAt>("pwrite64");
-    Note(size);
-    return next(file, data, size, offset);
+    Note(n);
+    return next(fd, buf, n, offset);
 }
 
 }  // extern "C"

@@ -18,7 +18,7 @@ public:
     /// A value of this role never reaches the readers of this desktop: it goes with the name, as with a caption.
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
         const auto* drawn = dynamic_cast<PaneWidget*>(widget());
-        const QString value = drawn != nullptr ? QString::fromStdString(drawn->Pane().AccessibleValue()) : QString();
+        QString value = drawn != nullptr ? QString::fromStdString(drawn->Pane().AccessibleValue()) : QString();
         if (kind == QAccessible::Value) {
             return value;
         }
