@@ -1,11 +1,20 @@
 #!/usr/bin/env bash
-# Fails when a header below Source/ does not compile alone, or not when it is included twice.
+# Fails when a header below Source/ does not compile alone, or not when it is included twice. What its own source includes
+# first is compiled alone with that source, by each build without precompiled headers.
 set -euo pipefail
 
 cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
 
 check_header() {
     local header=$1 flags=()
+    local source=${header%.h}.cpp
+    if ! grep -qx '#pragma once' "$header"; then
+        echo "$header has no #pragma once" >&2
+        return 1
+    fi
+    if [[ -f $source ]] && grep -m 1 '^#include' "$source" | grep -qF "\"${header#Source/}\""; then
+        return 0
+    fi
     if [[ $header == Source/Framework/UI/* || $header == Source/GUI/* ]]; then
         read -r -a flags <<<"$(pkg-config --cflags Qt6Widgets) -fPIC"
     fi

@@ -46,8 +46,11 @@ def compile_flags():
     for entry in json.loads((BUILD / "compile_commands.json").read_text(encoding="utf-8")):
         words = shlex.split(entry["command"])
         output = words.index("-o")
+        dropped = {output, output + 1}
+        if "-include" in words:  # headers that another compiler has precompiled
+            dropped |= {words.index("-include"), words.index("-include") + 1}
         kept = [word for index, word in enumerate(words)
-                if index not in (output, output + 1) and word not in ("-c", entry["file"])]
+                if index not in dropped and word not in ("-c", "-Winvalid-pch", entry["file"])]
         flags.setdefault(Path(entry["file"]), (entry["directory"], tuple(kept)))
     return flags
 
