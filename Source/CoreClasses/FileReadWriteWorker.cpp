@@ -25,7 +25,6 @@ std::int32_t PacingIntervalMS(const IOTestParameters& parameters) {
     return static_cast<std::int32_t>(parameters.m_transferSizeKB * 1000U / rate);
 }
 
-/// A name that cannot be converted and a file that cannot be deleted are passed over.
 }  // namespace
 
 FileReadWriteWorker::FileReadWriteWorker() : m_endTime(CTime::GetCurrentTime()), m_startTime(m_endTime) {
@@ -155,6 +154,7 @@ int FileReadWriteWorker::VCleanupFiles() {
     return 0;
 }
 
+/// A name that cannot be converted is passed over, and a file that cannot be deleted is noted.
 void FileReadWriteWorker::RemoveListedFile(const CString& name) {
     const auto nativePath = ColonPath::ToNative(name.View());
     if (nativePath && !FileSystem::RemoveFile(*nativePath)) {
