@@ -1,6 +1,8 @@
 """A program under measurement: its processor time, memory and bytes while it transfers, as the kernel counts them."""
 
+import contextlib
 import os
+import signal
 import subprocess
 import time
 from dataclasses import dataclass
@@ -20,6 +22,12 @@ class Usage:
         return Usage(self.at - earlier.at, self.cpu_seconds - earlier.cpu_seconds,
                      self.bytes_moved - earlier.bytes_moved, self.memory_kb)
 
+    def add(self, more):
+        self.at += more.at
+        self.cpu_seconds += more.cpu_seconds
+        self.bytes_moved += more.bytes_moved
+        self.memory_kb = more.memory_kb
+
 
 def first_number(path, beginning):
     for line in path.read_text(encoding="ascii").splitlines():
@@ -29,6 +37,8 @@ def first_number(path, beginning):
 
 
 class MeasuredRun:
+    """A process and its children; in a `with`, it is interrupted at the end."""
+
     def __init__(self, words, direction, environment=None):
         self._words, self._counter = words, "rchar:" if direction == "read" else "wchar:"
         self.process = subprocess.Popen(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
@@ -54,18 +64,44 @@ class MeasuredRun:
             for child in task.read_text(encoding="ascii").split():
                 yield from self._processes(int(child))
 
-    def wait_for_bytes(self, count, seconds=60.0):
+    def wait_for_bytes(self, count, seconds=600.0):
         end = time.monotonic() + seconds
         while self.usage().bytes_moved < count:
             if self.process.poll() is not None or time.monotonic() > end:
-                raise RuntimeError(f"{' '.join(self._words)} transfers nothing")
+                raise RuntimeError(f"{' '.join(map(str, self._words))} transfers nothing")
             time.sleep(0.02)
 
-    def end(self, number=None, seconds=60.0):
-        if number is not None:
-            self.process.send_signal(number)
+    def pause(self):
+        self._signal_all(signal.SIGSTOP)
+        end = time.monotonic() + 60.0  # a transfer in the kernel is still made
+        while any(self._state(pid) not in "TZX" for pid in self._processes(self.process.pid)):
+            if self.process.poll() is not None or time.monotonic() > end:
+                raise RuntimeError(f"{' '.join(map(str, self._words))} cannot be paused")
+            time.sleep(0.001)
+
+    def resume(self):
+        self._signal_all(signal.SIGCONT)
+
+    def _signal_all(self, number):
+        for pid in list(self._processes(self.process.pid)):
+            with contextlib.suppress(ProcessLookupError):
+                os.kill(pid, number)
+
+    @staticmethod
+    def _state(pid):
         try:
-            return self.process.wait(seconds)
+            return Path(f"/proc/{pid}/stat").read_text(encoding="ascii").rpartition(") ")[2][0]
+        except FileNotFoundError:
+            return "X"
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.process.send_signal(signal.SIGINT)
+        self.resume()
+        try:
+            self.process.wait(60)
         except subprocess.TimeoutExpired:
             self.process.kill()
             raise
