@@ -115,22 +115,6 @@ TEST_F(DigiStringTest, ShowsItsValueInCellsAndTellsItAsText) {
     }
 }
 
-TEST_F(DigiStringTest, SegmentsHaveTheirExactOutlines) {
-    m_readout.setLongValue(8);
-    const auto left = static_cast<int>(DrawnRow().find('#'));
-    std::string drawn;
-    for (int y = 1; y < 24; ++y) {
-        drawn += y == 1 ? "" : " ";
-        for (int x = left; x < left + 12; ++x) {
-            drawn += LetterAt(x, y) == '#' ? '#' : '.';
-        }
-    }
-    EXPECT_EQ(drawn,
-              "##########.# #########.## ########.### ###......### ###......### ###......### ###......### ###......### "
-              "##.......### #.........## .########..# .#########.# #.#######.## ##.......### ###......### ###......### "
-              "###......### ###......### ###......### ##.......### #.######.### .########.## ##########.#");
-}
-
 /// A text that is no time, and numbers that no readout can show, must do no harm.
 TEST_F(DigiStringTest, SurvivesWhatItCannotShow) {
     for (const char* text : {":", "1:", "12345678901234567890", "x:y:z", "999999999999:1"}) {

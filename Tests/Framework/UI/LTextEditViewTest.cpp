@@ -1,7 +1,6 @@
 #include "Framework/UI/LTextEditView.h"
 
 #include "Framework/UI/LEditField.h"
-#include "Framework/UI/WidgetTexts.h"
 #include "Support/TestWindow.h"
 
 #include <QApplication>
@@ -56,11 +55,4 @@ TEST(LTextEditViewTest, SelectionAndDeletionAreTheSameWithAndWithoutAWindow) {
         field->DeleteBackward();
         EXPECT_EQ(field->GetDescriptor(), "");
     }
-}
-
-TEST(LTextEditViewTest, TextsKeepWholeCharactersOnBothWays) {
-    EXPECT_EQ(WidgetTexts::FromPane("gr\xC3\xB6"), QString::fromUtf8("grö"));
-    EXPECT_EQ(WidgetTexts::FromPane("cut \xF0\x9F\x98"), "cut ");
-    const LStr255 cut = WidgetTexts::ToPane(QString(254, 'a') + QString::fromUtf8("€"));
-    EXPECT_EQ(cut.Length(), 254);
 }

@@ -7,7 +7,6 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -248,14 +247,6 @@ TEST_F(HeadlessProgramTest, AStatusRequestIsAnsweredAndAClosedStandardOutputTold
     EXPECT_EQ(Document()["verdict"], "sustained");
     EXPECT_EQ(m_err.str(), "Writing, 0:02 gone, 0:58 left: 0.068 MB/s (average 0.060), slowest 0.000 ms, 0 errors\n"
                            "gaugeline-cli: standard output could not take all of the results\n");
-}
-
-TEST_F(HeadlessProgramTest, ALogThatLosesLinesIsTold) {
-    std::vector<std::string> arguments = PacedTest("writes", "mac");
-    std::replace(arguments.begin(), arguments.end(), m_files.Native("errors"), std::string("/dev/full"));
-    EXPECT_EQ(Run(arguments), 0);
-    EXPECT_THAT(m_err.str(), HasSubstr("(/dev/full) is not complete: its storage did not take all lines\n"));
-    EXPECT_EQ(m_err.str().find("is not complete"), m_err.str().rfind("is not complete"));
 }
 
 TEST_F(HeadlessProgramTest, WrongUseTouchesNothing) {
