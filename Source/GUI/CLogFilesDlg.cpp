@@ -14,14 +14,13 @@ constexpr PaneIDT kOutputField = 8;
 constexpr PaneIDT kErrorField = 9;
 
 enum LogFilesMessage : MessageT {
-    kMessageOK = 136,
-    kMessageCancel = 137,
+    kMessageLogFilesOK = 136,
+    kMessageLogFilesCancel = 137,
     kMessageChooseOutput = 138,
     kMessageChooseError = 139
 };
 
 constexpr RGBColor kBevelDark{30583, 30583, 30583};
-constexpr RGBColor kBevelLight{65535, 65535, 65535};
 
 }  // namespace
 
@@ -42,10 +41,10 @@ void CLogFilesDlg::OpenFor(const CString& errorFilePath, const CString& outputFi
 
 void CLogFilesDlg::ListenToMessage(MessageT message, void* /*ioParam*/) {
     switch (message) {
-        case kMessageOK:
+        case kMessageLogFilesOK:
             Confirm();
             break;
-        case kMessageCancel:
+        case kMessageLogFilesCancel:
             CloseWindow();
             break;
         case kMessageChooseOutput:
@@ -95,7 +94,7 @@ void CLogFilesDlg::FrameField(PaneIDT field) {
     Drawing::RGBForeColor(kBevelDark);
     Drawing::PenNormal();
     Drawing::FrameRect(bevel);
-    Drawing::RGBForeColor(kBevelLight);
+    Drawing::RGBForeColor(kWhite);
     Drawing::PenSize(2, 2);
     Drawing::MoveTo(bevel.left, bevel.bottom - 2);
     Drawing::LineTo(bevel.right - 2, bevel.bottom - 2);
@@ -106,5 +105,5 @@ void CLogFilesDlg::DrawSelf() {
     const Drawing::StateSaver saved;
     FrameField(kOutputField);
     FrameField(kErrorField);
-    Drawing::RGBBackColor(kBevelLight);
+    Drawing::RGBBackColor(kWhite);
 }

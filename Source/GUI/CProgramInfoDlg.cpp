@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr MessageT kMessageOK = 140;
+constexpr MessageT kMessageInfoOK = 140;
 
 struct InfoText {
     PaneIDT pane;
@@ -28,7 +28,7 @@ void CProgramInfoDlg::FinishCreateSelf() {
 }
 
 void CProgramInfoDlg::ListenToMessage(MessageT message, void* /*ioParam*/) {
-    if (message == kMessageOK) {
+    if (message == kMessageInfoOK) {
         CloseWindow();
     }
 }

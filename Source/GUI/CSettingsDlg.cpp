@@ -60,8 +60,8 @@ enum ControlID : PaneIDT {
 };
 
 enum SettingsMessage : MessageT {
-    kMessageOK = 132,
-    kMessageCancel = 133,
+    kMessageSettingsOK = 132,
+    kMessageSettingsCancel = 133,
     kMessageLogFiles = 134,
     kMessageSwitchForm = 135,
     kMessageChoosePath = 141
@@ -333,12 +333,12 @@ void CSettingsDlg::AdjustTabOrder() {
 
 void CSettingsDlg::ListenToMessage(MessageT message, void* /*ioParam*/) {
     switch (message) {
-        case kMessageOK:
+        case kMessageSettingsOK:
             if (SaveSettings()) {
                 DoClose();
             }
             break;
-        case kMessageCancel:
+        case kMessageSettingsCancel:
             DoClose();
             break;
         case kMessageLogFiles:

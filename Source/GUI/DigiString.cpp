@@ -19,7 +19,6 @@ constexpr int kCentre = 63;
 constexpr int kWidthWithDot = 121;
 
 constexpr RGBColor kBevelShadow{24576, 24576, 24576};
-constexpr RGBColor kBevelLight{65535, 65535, 65535};
 
 constexpr std::string_view kOverflow = "OVERFLOW";
 constexpr std::string_view kLoop = "LOOP";
@@ -121,7 +120,7 @@ void DigiString::clear() {
     Drawing::RGBForeColor(kBevelShadow);
     Drawing::MoveTo(frame.left, frame.top);
     Drawing::LineTo(frame.left, frame.bottom - 1);
-    Drawing::RGBForeColor(kBevelLight);
+    Drawing::RGBForeColor(kWhite);
     Drawing::LineTo(frame.right - 1, frame.bottom - 1);
     Drawing::LineTo(frame.right - 1, frame.top);
     Drawing::RGBForeColor(kBevelShadow);

@@ -13,7 +13,6 @@
 namespace {
 
 constexpr RGBColor kFieldBackground{52428, 52428, 52428};
-constexpr RGBColor kOutline{65535, 65535, 65535};
 constexpr SBindings kAllSides{.left = true, .top = true, .right = true, .bottom = true};
 
 SPaneInfo PopupInfo(const Rect& frame) {
@@ -130,7 +129,7 @@ void LEditPopupView::TakePickedItem() {
 void LEditPopupView::DrawSelf() {
     const Drawing::StateSaver saved;
     const Rect frame = CalcLocalFrameRect();
-    Drawing::RGBForeColor(kOutline);
+    Drawing::RGBForeColor(kWhite);
     Drawing::PenNormal();
     Drawing::FrameRect(Drawing::SetRect(0, 0, frame.Width(), frame.Height() - 1));
 }

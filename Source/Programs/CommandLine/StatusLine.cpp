@@ -38,7 +38,7 @@ std::string Current(const TestStatus& status) {
     return TextFormat::MegabytesPerSecond(status.currentKBps) + " MB/s";
 }
 
-std::string Average(const TestStatus& status) {
+std::string AverageText(const TestStatus& status) {
     return TextFormat::MegabytesPerSecond(status.averageKBps);
 }
 
@@ -66,7 +66,7 @@ std::string LiveStatusLine(const TestStatus& status, std::size_t columns) {
         status.durationSeconds == 0 ? TextFormat::Duration(status.elapsedSeconds) + " " + remaining : remaining;
     // All of it and a short bar fit a terminal of 80 columns.
     const std::string quiet = Quiet(status);
-    const std::string rates = Current(status) + " (avg " + Average(status) + ")";
+    const std::string rates = Current(status) + " (avg " + AverageText(status) + ")";
     const std::string errors = Errors(status);
     for (const std::string& text : {clock + "  " + quiet + rates + ", max " + Slowest(status) + ", " + errors,
                                     clock + "  " + quiet + rates + ", " + errors, clock + "  " + rates + ", " + errors,
@@ -84,7 +84,7 @@ std::string LiveStatusLine(const TestStatus& status, std::size_t columns) {
 
 std::string PlainStatusLine(const TestStatus& status) {
     return std::string(status.phase) + ", " + TextFormat::Duration(status.elapsedSeconds) + " gone, " +
-           status.Remaining() + ": " + Quiet(status) + Current(status) + " (average " + Average(status) +
+           status.Remaining() + ": " + Quiet(status) + Current(status) + " (average " + AverageText(status) +
            "), slowest " + Slowest(status) + ", " + Errors(status);
 }
 
