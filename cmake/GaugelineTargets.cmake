@@ -46,16 +46,9 @@ function(gaugeline_add_library floor)
     target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}/Source")
 endfunction()
 
-# gaugeline_precompile(<target> <header>...)
+# gaugeline_group_sources(<target>)
 #
-# Headers that most sources of the target include anyway, or the target whose compiled headers it shares: REUSE_FROM
-# <target>, which is compiled by the same options.
-function(gaugeline_precompile target)
-    if(GAUGELINE_PRECOMPILED_HEADERS)
-        if(ARGV1 STREQUAL "REUSE_FROM")
-            target_precompile_headers(${target} ${ARGN})
-        else()
-            target_precompile_headers(${target} PRIVATE ${ARGN})
-        endif()
-    endif()
+# For libraries that include much, and whose sources have no two names of their own alike.
+function(gaugeline_group_sources target)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ${GAUGELINE_UNITY_BUILD})
 endfunction()
