@@ -51,6 +51,12 @@ void CIOTester::StartUp() {
     ObeyCommand(kCommandNew, nullptr);
 }
 
+void CIOTester::DisplayLost() {
+    if (m_mainWindow != nullptr) {
+        m_mainWindow->EndTest();
+    }
+}
+
 bool CIOTester::ObeyCommand(CommandT command, void* ioParam) {
     switch (command) {
         case kCommandAbout:

@@ -22,6 +22,7 @@ public:
 
 protected:
     void StartUp() override;
+    void DisplayLost() override;
 
 private:
     static void RegisterClasses();

@@ -67,13 +67,17 @@ CIOTesterDlg::CIOTesterDlg(LStream* stream) : LDialogBox(stream), m_lastLogTime(
 }
 
 CIOTesterDlg::~CIOTesterDlg() {
-    // Quitting waits for the test; this is for a process that is ended otherwise. The worker writes to the logs until
-    // it is done.
+    EndTest();
+}
+
+void CIOTesterDlg::EndTest() {
     if (m_worker != nullptr && !m_startTask.IsWaiting()) {
         m_worker->SetStop();
-        while (!m_worker->IsDone()) {
+        while (!m_worker->IsDone()) {  // until then it writes to the logs
             LThread::YieldOneTick();
         }
+        m_worker.reset();
+        TestLog::Stopped(m_outputMgr);
     }
     while (m_testSelector != nullptr && !m_testSelector->IsDone()) {
         LThread::YieldOneTick();

@@ -56,6 +56,10 @@ public:
     [[nodiscard]] bool TestIsStarted() const { return m_testSelector != nullptr || m_worker != nullptr; }
     [[nodiscard]] bool IsATestRunning() const { return TestIsStarted(); }
 
+    /// For a process that ends otherwise than by `DoClose`: stops the test, waits until it has given its files back,
+    /// and closes the logs. Shows nothing.
+    void EndTest();
+
     /// A tick of the timer thread. Every third one, while a test is active, is a status pass.
     void OnTimer();
 

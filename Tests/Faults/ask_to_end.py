@@ -4,14 +4,15 @@
     Tests/Faults/ask_to_end.py [--window] [--programs FOLDER] [--times N] [--seed N] [--parallel N]
 
 After SIGINT, SIGTERM or SIGHUP, both logs have to end with their closing banner, no scratch file may be left and
-the exit status is 128 + the signal's number; 0 for the window. Some of the signals come so early that the test, or
-the window, may not be there; the program then may as well be ended in the usual way, but leaves no scratch file
-either. After SIGKILL (a tenth as often), the next start has to work beside the files left, and leave them alone.
-Looping tests of both file methods, of writes that turn to reads after half a minute and of reads, for which a file is
-made first.
+the exit status is 128 + the signal's number; 0 for the window. The same goes for a window whose display is gone, as
+when a session or a connection breaks off; its status is 1. Some ends come so early that the test, or the window, may
+not be there; the program then may as well be ended in the usual way, but leaves no scratch file either. After SIGKILL
+(a tenth as often), the next start has to work beside the files left, and leave them alone. Looping tests of both file
+methods, of writes that turn to reads after half a minute and of reads, for which a file is made first.
 """
 
 import argparse
+import functools
 import itertools
 import random
 import signal
@@ -30,6 +31,7 @@ from window_run import WindowRun
 
 ROOT = Path(__file__).resolve().parents[2]
 SIGNALS = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
+DISPLAY_GONE = None  # in the place of a signal
 PACE = ("--transfer-kb", "64", "--rate-kbps", "2048", "--limit-mb", "1", "--minutes", "1", "--loop")
 
 # (share of the moments, mode, from, to), in seconds since the first scratch file; in the window, which takes up to two
@@ -88,12 +90,13 @@ def problems_after_end(run, folder, number, kept, is_early=False, may_be_killed=
     found = []
     is_window = isinstance(run, WindowRun)
     status = run.wait(30)
+    usual = (1, -signal.SIGABRT) if number is DISPLAY_GONE else (-number,)
     if scratch_files(folder / "test") != kept:
         found.append(f"scratch files {sorted(names(folder))}, of which {sorted(kept)} were there before")
-    if may_be_killed and status == -number:
+    if may_be_killed and status in usual:
         return found
-    if status != (0 if is_window else 128 + number):
-        found.append(f"exit status {status} after signal {number}")
+    if status != (usual[0] if number is DISPLAY_GONE else 0 if is_window else 128 + number):
+        found.append(f"exit status {status}")
     for which, log in (("output log", run.output), ("error log", run.errors)):
         if not log.is_closed and not (is_window and is_early and log.text == ""):
             found.append(f"the {which} has no closing banner")
@@ -109,7 +112,8 @@ def ask(program, method, mode, moment, number):
         (folder / "test").mkdir()
         waits_for_file = mode != "early" and (number == signal.SIGKILL or program.name != "gaugeline")
         with started(program, folder, method, mode, waits_for_file) as run:
-            asks = threading.Timer(moment, run.send, [number])
+            end = run.lose_display if number is DISPLAY_GONE else functools.partial(run.send, number)
+            asks = threading.Timer(moment, end)
             asks.start()
             if mode == "early" and isinstance(run, WindowRun):
                 type_settings(run)
@@ -126,16 +130,16 @@ def ask(program, method, mode, moment, number):
             return found + ([] if again.output.count("Writer 0 opened file .*") else ["the next start wrote nothing"])
 
 
-def plan(times, seed, moments):
+def plan(times, seed, is_window):
     """(method, mode, moment, signal) of each run."""
     chance = random.Random(seed)
-    methods = itertools.cycle(METHODS)
-    signals = itertools.cycle(SIGNALS)
+    moments = MOMENTS[is_window]
+    signals = itertools.cycle((DISPLAY_GONE, *SIGNALS) if is_window else SIGNALS)
     for index in range(times + times // 10):
         _, mode, low, high = chance.choices(moments, weights=[moment[0] for moment in moments])[0]
         if index >= times and mode == "early":
             _, mode, low, high = moments[1]
-        yield next(methods), mode, chance.uniform(low, high), next(signals) if index < times else signal.SIGKILL
+        yield chance.choice(METHODS), mode, chance.uniform(low, high), next(signals) if index < times else signal.SIGKILL
 
 
 def main():
@@ -149,12 +153,12 @@ def main():
     signal.signal(signal.SIGHUP, lambda *_: None)  # under nohup, the programs would inherit that it is ignored
     print(f"seed {options.seed}", flush=True)
     program = (options.programs / ("gaugeline" if options.window else "gaugeline-cli")).resolve()
-    runs = sorted(plan(options.times, options.seed, MOMENTS[options.window]), key=lambda run: -run[2])
+    runs = sorted(plan(options.times, options.seed, options.window), key=lambda run: -run[2])
     began = time.monotonic()
 
     def one(run):
         method, mode, moment, number = run
-        name = signal.Signals(number).name
+        name = "display gone" if number is DISPLAY_GONE else signal.Signals(number).name
         try:
             found = ask(program, method, mode, moment, number)
         except Exception as error:  # the other runs go on

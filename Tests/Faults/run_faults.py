@@ -51,8 +51,8 @@ no threshold for slow transfers, writes no JSON, and waits for a transfer that h
 
 Signals at random moments are sent by `Tests/Faults/ask_to_end.py`, with `--window` to the desktop program: SIGINT,
 SIGTERM and SIGHUP, some of them before the window is there or while its settings are typed, have to leave closed logs
-and no scratch file, and after SIGKILL the next start has to work beside the files left. Its results are not in the
-table.
+and no scratch file, and so has a display that is gone; after SIGKILL the next start has to work beside the files left.
+Its results are not in the table.
 """
 
 

@@ -188,6 +188,10 @@ class Display:
         asked = subprocess.run(["xdotool", "get_num_desktops"], env=self.environment, capture_output=True)
         return asked.returncode == 0
 
+    def lose(self):
+        """The server goes as when it crashes, and with it every connection."""
+        self._processes[0].kill()
+
     def close(self):
         for process in reversed(self._processes):
             process.terminate()

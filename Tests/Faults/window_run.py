@@ -42,6 +42,9 @@ class WindowRun(Run):
         super().close()
         self._display.close()
 
+    def lose_display(self):
+        self._display.lose()
+
     # --- Doing things as a person does
 
     def start_test(self):

@@ -15,6 +15,7 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <utility>
 
 #include <sys/socket.h>
@@ -118,8 +119,24 @@ int LApplication::Run() {
     MainThread::AcceptPasses();
     Initialize();
     StartUp();
-    const int status = m_isQuitting ? 0 : QApplication::exec();
+    const int status = m_isQuitting ? 0 : RunEventLoop();
     MainThread::StopPasses();
+    return status;
+}
+
+/// Qt calls exit() in the midst of the event loop when its connection to the display breaks. Registered only here,
+/// after the first window is open, so that what has been made by then still is when the handler runs.
+int LApplication::RunEventLoop() {
+    static const int registered = std::atexit([] {
+        if (LApplication* application = TheApplication(); application != nullptr && application->m_isInEventLoop) {
+            application->m_isInEventLoop = false;
+            application->DisplayLost();
+        }
+    });
+    static_cast<void>(registered);  // refused only for want of memory; the process then ends as it is
+    m_isInEventLoop = true;
+    const int status = QApplication::exec();
+    m_isInEventLoop = false;
     return status;
 }
 

@@ -53,15 +53,20 @@ protected:
     virtual void Initialize() {}
     /// Opens the first window.
     virtual void StartUp() {}
+    /// The display is gone: the server that had it, or the connection to it. The process ends when this returns, so
+    /// that what must not be left as it is has to be put in order here, without the windows. Called from within exit().
+    virtual void DisplayLost() {}
 
 private:
     class EndRequests;
 
+    int RunEventLoop();
     void DestroyDisposed();
 
     std::vector<std::unique_ptr<LWindow>> m_windows;
     std::vector<LWindow*> m_disposed;
     bool m_isQuitting = false;
+    bool m_isInEventLoop = false;
     /// Until the windows are gone: a second signal must not end the process before the logs are closed.
     std::unique_ptr<EndRequests> m_endRequests;
 };
