@@ -384,7 +384,7 @@ CSettingsDlg::Entries CSettingsDlg::ReadEntries() {
 }
 
 void CSettingsDlg::ReadPath(Entries& entries) {
-    CString typed(FieldText(kPathGroup).CStr());  // what stands behind a pasted NUL would be lost later
+    CString typed(FieldText(kPathGroup));
     typed.TrimLeft();
     typed.TrimRight();
     entries.path = ColonPath::FromTyped(typed.View());

@@ -6,6 +6,7 @@
 #include "Support/Sanitizers.h"
 
 #include <array>
+#include <barrier>
 #include <tuple>
 
 #include <sys/resource.h>
@@ -110,6 +111,22 @@ TEST_F(FileReadWriteWorkerTest, SlowTransfersAreWarnedOfUpToTheMaximumOfBothDire
         EXPECT_EQ(m_errors, lines) << warnMax;
         EXPECT_EQ(m_worker->GetReadsOverThreshold(), 3);
     }
+}
+
+TEST_F(FileReadWriteWorkerTest, ATransferThatHangsKeepsNobodyWaiting) {
+    std::barrier hang(2);
+    auto worker = Scripted();
+    worker->m_transfer = [&](std::size_t size) {
+        hang.arrive_and_wait();  // hangs from here
+        hang.arrive_and_wait();  // to here
+        return ScriptedWorker::Take(0, size);
+    };
+    ASSERT_TRUE(worker->StartWorker());
+    hang.arrive_and_wait();
+    EXPECT_EQ(worker->GetTestResults(m_results).m_phase, kPhaseWrite);
+    EXPECT_FALSE(worker->SetStop()->IsDone());
+    hang.arrive_and_wait();
+    EXPECT_THAT(LThread::JoinFinished(100'000), testing::IsEmpty());
 }
 
 // The sanitizers see any touch of a worker after its end.

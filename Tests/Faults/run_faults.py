@@ -46,8 +46,8 @@ Ctrl+. stops it where a signal ends the headless one. Transfers and errors are t
 readouts, which show no bytes, and only those of the direction that came last; the errors have to be red exactly when
 there are any. With Ctrl+Q (`mac`) or SIGTERM (`posix`) the program then quits, always with status 0. A test that comes
 to no phase leaves the readouts empty (no colours); its error is in the log. No alert may come that is not expected,
-and nothing on standard error but the names of logs that lost lines. What the window cannot do is not in the list for it: it has
-no threshold for slow transfers, writes no JSON, and waits for a transfer that hangs.
+and nothing on standard error but the names of logs that lost lines. What the window cannot do is not in the list for
+it: it has no threshold for slow transfers, writes no JSON, and waits for a transfer that hangs.
 
 Signals at random moments are sent by `Tests/Faults/ask_to_end.py`, with `--window` to the desktop program: SIGINT,
 SIGTERM and SIGHUP, some of them before the window is there or while its settings are typed, have to leave closed logs

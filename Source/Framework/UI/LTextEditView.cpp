@@ -15,13 +15,14 @@
 
 namespace {
 
-/// Refuses what does not fit into a pane's text, as a whole: a path cut in the middle would name another file.
+/// Refuses what does not fit into a pane's text, as a whole: a path cut in the middle would name another file. So would
+/// one behind a NUL, which ends a text for the system and can only be pasted.
 class InputLimit final : public QValidator {
 public:
     InputLimit(bool takesDigitsOnly, QObject* parent) : QValidator(parent), m_takesDigitsOnly(takesDigitsOnly) {}
 
     State validate(QString& input, int& /*position*/) const override {
-        const bool fits = std::cmp_less_equal(input.toUtf8().size(), LStr255::kMaxLength);
+        const bool fits = std::cmp_less_equal(input.toUtf8().size(), LStr255::kMaxLength) && !input.contains(u'\0');
         const auto isDigit = [](QChar character) { return character >= u'0' && character <= u'9'; };
         const bool isTaken = !m_takesDigitsOnly || std::all_of(input.cbegin(), input.cend(), isDigit);
         return fits && isTaken ? Acceptable : Invalid;

@@ -228,10 +228,6 @@ TEST(DrawingTest, ClipAndTranslationOfThePainterHold) {
     EXPECT_EQ(Rows(image), "........ ..###... ..####.. ........");
 }
 
-TEST(DrawingTest, LabelsOfDivisionsStayApart) {
-    EXPECT_LE(StringWidth("1234.00", kLabelFont, 10), 31) << "divisions may be 33 pixels apart";
-}
-
 TEST(GWorldTest, CannotBeMadeEmptyOrLargerThanMemory) {
     EXPECT_THROW(GWorld(SetRect(5, 5, 5, 9), 1.0), LException);
     if (!kIsSanitized) {  // whose allocators end the process instead

@@ -16,6 +16,7 @@ TEST(LTextEditViewTest, InputThatDoesNotFitIsRefusedAsAWhole) {
     auto& edit = test.Widget<QLineEdit>(10);
     edit.insert(QString(254, 'a'));
     edit.insert(QString::fromUtf8("ä"));
+    edit.insert(QChar(u'\0'));
     EXPECT_EQ(field.GetDescriptor().Length(), 254) << "a character of two bytes has no room in one";
     QTest::keyClicks(&edit, "bc");
     EXPECT_EQ(field.GetDescriptor().Length(), 255);
