@@ -48,7 +48,7 @@ endfunction()
 
 # gaugeline_group_sources(<target>)
 #
-# For libraries that include much, and whose sources have no two names of their own alike.
+# For libraries whose sources have no two names of their own alike.
 function(gaugeline_group_sources target)
     set_target_properties(${target} PROPERTIES UNITY_BUILD ${GAUGELINE_UNITY_BUILD})
 endfunction()

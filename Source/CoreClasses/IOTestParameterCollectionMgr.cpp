@@ -36,7 +36,7 @@ constexpr auto kPresets = std::to_array<PresetRow>({
     {"Unlimited Writes (8192KB)", kWritesOnly, 8192, kUnlimitedRate, 800},
 });
 
-IOTestParameterCollectionMgr*& Registered() {
+IOTestParameterCollectionMgr*& TheCollection() {
     static IOTestParameterCollectionMgr* registered = nullptr;
     return registered;
 }
@@ -63,8 +63,8 @@ std::unique_ptr<IOTestParameters> MakePreset(int id) {
 }  // namespace
 
 IOTestParameterCollectionMgr::IOTestParameterCollectionMgr() {
-    if (Registered() == nullptr) {
-        Registered() = this;
+    if (TheCollection() == nullptr) {
+        TheCollection() = this;
     }
     for (int id = 0; id < static_cast<int>(kPresets.size()); ++id) {
         m_presets.SetAtGrow(m_presets.GetSize(), MakePreset(id).release());
@@ -75,16 +75,16 @@ IOTestParameterCollectionMgr::~IOTestParameterCollectionMgr() {
     for (int id = 0; id < m_presets.GetSize(); ++id) {
         const std::unique_ptr<IOTestParameters> owned(static_cast<IOTestParameters*>(m_presets.GetAt(id)));
     }
-    if (Registered() == this) {
-        Registered() = nullptr;
+    if (TheCollection() == this) {
+        TheCollection() = nullptr;
     }
 }
 
 IOTestParameterCollectionMgr* IOTestParameterCollectionMgr::GetSingleton() {
-    if (Registered() == nullptr) {
+    if (TheCollection() == nullptr) {
         Owned() = std::make_unique<IOTestParameterCollectionMgr>();  // registers itself
     }
-    return Registered();
+    return TheCollection();
 }
 
 void IOTestParameterCollectionMgr::DestroySingleton() {
