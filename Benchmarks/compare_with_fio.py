@@ -26,7 +26,6 @@ import json
 import shutil
 import statistics
 import struct
-import subprocess
 import sys
 import tempfile
 import time
