@@ -41,8 +41,9 @@ class MeasuredRun:
 
     def __init__(self, words, direction, environment=None):
         self._words, self._counter = words, "rchar:" if direction == "read" else "wchar:"
+        # In a session of its own, as fio puts its jobs: where others want the processor, it is shared out by sessions.
         self.process = subprocess.Popen(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                        env={**os.environ, **(environment or {})})
+                                        start_new_session=True, env={**os.environ, **(environment or {})})
 
     def usage(self):
         """What it has used so far; a process that ends meanwhile counts with what could be read of it."""
